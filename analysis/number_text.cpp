@@ -1,0 +1,309 @@
+#include "analysis/number_text.h"
+
+#include "platform/failure.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <string>
+#include <system_error>
+
+namespace titron::analysis {
+
+namespace {
+
+using platform::Failure;
+namespace failure = platform::failure;
+
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+// A decimal number taken apart: mantissa digits with at most one point (at least one
+// digit), and the exponent, held at +/-1e8 so that it cannot overflow; any exponent that
+// large is far beyond the range of a double anyway.
+struct DecimalParts {
+    std::string mantissa;
+    long long exponent = 0;
+    bool negative = false;
+};
+
+constexpr long long exponentLimit = 100'000'000;
+
+void addExponentDigit(long long& exponent, char digit) {
+    if (exponent < exponentLimit) {
+        exponent = exponent * 10 + (digit - '0');
+    }
+}
+
+// The decimal order of the number: 1 for 1..9.99, 0 for 0.1..0.999, so that a value of 1
+// or more has an order above 0. A zero mantissa gives the lowest order.
+long long leadingMagnitude(const DecimalParts& parts) {
+    const std::string& m = parts.mantissa;
+    const std::size_t point = m.find('.');
+    const std::size_t intEnd = point == std::string::npos ? m.size() : point;
+    const std::size_t first = m.find_first_of("123456789");
+    if (first == std::string::npos) {
+        return std::numeric_limits<long long>::min();
+    }
+    const long long place = first < intEnd ? static_cast<long long>(intEnd - first)
+                                           : -static_cast<long long>(first - intEnd - 1);
+    return place + parts.exponent;
+}
+
+// Converts with C semantics, whatever the process locale. Beyond the range of a double
+// gives an infinity of the sign, below the smallest denormal a zero of the sign.
+double toDouble(const DecimalParts& parts) {
+    std::string clean = parts.mantissa;
+    if (clean.front() == '.') {
+        clean.insert(clean.begin(), '0');
+    }
+    if (clean.back() == '.') {
+        clean.pop_back();
+    }
+    clean += 'e';
+    clean += std::to_string(parts.exponent);
+
+    double value = 0.0;
+    const auto [ptr, ec] = std::from_chars(clean.data(), clean.data() + clean.size(), value);
+    if (ec == std::errc::result_out_of_range) {
+        value = leadingMagnitude(parts) > 0 ? std::numeric_limits<double>::infinity() : 0.0;
+    }
+    return parts.negative ? -value : value;
+}
+
+double roundHalfEven(double v) {
+    double r = std::round(v); // ties away from zero; fixed below
+    if (std::fabs(v - std::trunc(v)) == 0.5) {
+        r = 2.0 * std::round(v / 2.0);
+    }
+    return r;
+}
+
+// Hexadecimal or octal digits as the value they stand for: up to 0xFFFF a signed 16-bit
+// number, up to 0xFFFFFFFF a signed 32-bit one, beyond that too large (+infinity).
+double radixValue(std::string_view digits, unsigned radix) {
+    unsigned long long value = 0;
+    for (const char c : digits) {
+        unsigned d = 0;
+        if (isDigit(c)) {
+            d = static_cast<unsigned>(c - '0');
+        } else if (c >= 'a' && c <= 'f') {
+            d = static_cast<unsigned>(c - 'a' + 10);
+        } else if (c >= 'A' && c <= 'F') {
+            d = static_cast<unsigned>(c - 'A' + 10);
+        } else {
+            break;
+        }
+        if (d >= radix) {
+            break;
+        }
+        value = value * radix + d;
+        if (value > 0xFFFFFFFFull) {
+            return std::numeric_limits<double>::infinity();
+        }
+    }
+    if (value <= 0xFFFFull) {
+        return value >= 0x8000ull ? static_cast<double>(value) - 65536.0
+                                  : static_cast<double>(value);
+    }
+    return value >= 0x80000000ull ? static_cast<double>(value) - 4294967296.0
+                                  : static_cast<double>(value);
+}
+
+} // namespace
+
+double strictNumber(std::string_view text) {
+    DecimalParts parts;
+    std::size_t i = 0;
+    const std::size_t n = text.size();
+    if (i < n && (text[i] == '+' || text[i] == '-')) {
+        parts.negative = text[i] == '-';
+        ++i;
+    }
+    bool anyDigit = false;
+    // Integer digits; a comma groups them once a digit has been seen.
+    for (; i < n; ++i) {
+        if (isDigit(text[i])) {
+            parts.mantissa += text[i];
+            anyDigit = true;
+        } else if (text[i] != ',' || !anyDigit) {
+            break;
+        }
+    }
+    if (i < n && text[i] == '.') {
+        parts.mantissa += '.';
+        for (++i; i < n && isDigit(text[i]); ++i) {
+            parts.mantissa += text[i];
+            anyDigit = true;
+        }
+    }
+    if (!anyDigit) {
+        throw Failure(failure::TypeMismatch);
+    }
+    if (i < n && (text[i] == 'E' || text[i] == 'e' || text[i] == 'D' || text[i] == 'd')) {
+        ++i;
+        bool negativeExponent = false;
+        if (i < n && (text[i] == '+' || text[i] == '-')) {
+            negativeExponent = text[i] == '-';
+            ++i;
+        }
+        if (i == n || !isDigit(text[i])) {
+            throw Failure(failure::TypeMismatch);
+        }
+        for (; i < n && isDigit(text[i]); ++i) {
+            addExponentDigit(parts.exponent, text[i]);
+        }
+        if (negativeExponent) {
+            parts.exponent = -parts.exponent;
+        }
+    }
+    if (i != n) {
+        throw Failure(failure::TypeMismatch);
+    }
+    const double value = toDouble(parts);
+    if (std::isinf(value)) {
+        throw Failure(failure::Overflow);
+    }
+    return value;
+}
+
+bool fnNearlyEqual(double a, double b) {
+    return std::fabs(a - b) < 1e-10;
+}
+
+bool isWholeNumber(double v) {
+    return fnNearlyEqual(v, roundHalfEven(v));
+}
+
+double leadingValue(std::string_view text) {
+    std::string s;
+    s.reserve(text.size());
+    for (const char c : text) {
+        if (c != ' ' && c != '\t' && c != '\n') {
+            s += c;
+        }
+    }
+
+    if (s.size() >= 2 && s[0] == '&') {
+        if (s[1] == 'H' || s[1] == 'h') {
+            return radixValue(std::string_view(s).substr(2), 16);
+        }
+        if (s[1] == 'O' || s[1] == 'o') {
+            return radixValue(std::string_view(s).substr(2), 8);
+        }
+        return 0.0;
+    }
+
+    DecimalParts parts;
+    std::size_t i = 0;
+    const std::size_t n = s.size();
+    if (i < n && (s[i] == '+' || s[i] == '-')) {
+        parts.negative = s[i] == '-';
+        ++i;
+    }
+    bool anyDigit = false;
+    for (; i < n && isDigit(s[i]); ++i) {
+        parts.mantissa += s[i];
+        anyDigit = true;
+    }
+    if (i < n && s[i] == '.') {
+        parts.mantissa += '.';
+        for (++i; i < n && isDigit(s[i]); ++i) {
+            parts.mantissa += s[i];
+            anyDigit = true;
+        }
+    }
+    if (!anyDigit) {
+        return 0.0;
+    }
+    // An exponent counts only with at least one digit: "1e" and "1e+" are 1.
+    if (i < n && (s[i] == 'E' || s[i] == 'e' || s[i] == 'D' || s[i] == 'd')) {
+        std::size_t j = i + 1;
+        bool negativeExponent = false;
+        if (j < n && (s[j] == '+' || s[j] == '-')) {
+            negativeExponent = s[j] == '-';
+            ++j;
+        }
+        for (; j < n && isDigit(s[j]); ++j) {
+            addExponentDigit(parts.exponent, s[j]);
+        }
+        if (negativeExponent) {
+            parts.exponent = -parts.exponent;
+        }
+    }
+    return toDouble(parts);
+}
+
+std::int32_t roundToInt32(double v) {
+    if (!std::isfinite(v)) {
+        throw Failure(failure::Overflow);
+    }
+    const double r = roundHalfEven(v);
+    if (r < -2147483648.0 || r > 2147483647.0) {
+        throw Failure(failure::Overflow);
+    }
+    return static_cast<std::int32_t>(r);
+}
+
+std::string generalNumber(double v) {
+    if (std::isnan(v)) {
+        return "NaN";
+    }
+    if (std::isinf(v)) {
+        return v > 0 ? "Infinity" : "-Infinity";
+    }
+    if (v == 0.0) {
+        return "0";
+    }
+
+    // 15 significant digits, "d.dddddddddddddde+xx", independent of the locale.
+    char buffer[40];
+    const auto result = std::to_chars(buffer, buffer + sizeof buffer, std::fabs(v),
+                                      std::chars_format::scientific, 14);
+    const std::string_view sci(buffer, static_cast<std::size_t>(result.ptr - buffer));
+    const std::size_t ePos = sci.find('e');
+    std::string digits;
+    digits += sci[0];
+    digits.append(sci.substr(2, ePos - 2));
+    int exponent = 0;
+    const std::string_view expText = sci.substr(ePos + 1);
+    std::from_chars(expText.data() + (expText[0] == '+' ? 1 : 0), expText.data() + expText.size(),
+                    exponent);
+    while (digits.size() > 1 && digits.back() == '0') {
+        digits.pop_back();
+    }
+
+    std::string out = v < 0 ? "-" : "";
+    if (exponent >= 15 || exponent < -4) {
+        out += digits[0];
+        if (digits.size() > 1) {
+            out += '.';
+            out.append(digits, 1);
+        }
+        out += exponent < 0 ? "E-" : "E+";
+        const std::string magnitude = std::to_string(std::abs(exponent));
+        if (magnitude.size() < 2) {
+            out += '0';
+        }
+        out += magnitude;
+    } else if (exponent >= 0) {
+        const auto intDigits = static_cast<std::size_t>(exponent) + 1;
+        if (digits.size() <= intDigits) {
+            out += digits;
+            out.append(intDigits - digits.size(), '0');
+        } else {
+            out.append(digits, 0, intDigits);
+            out += '.';
+            out.append(digits, intDigits);
+        }
+    } else {
+        out += "0.";
+        out.append(static_cast<std::size_t>(-exponent - 1), '0');
+        out += digits;
+    }
+    return out;
+}
+
+} // namespace titron::analysis

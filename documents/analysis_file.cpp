@@ -1,0 +1,51 @@
+// Composing and writing an analysis file. A file holds either the report (when the pane
+// has one) or the table form: the file line, the name line and the table.
+#include "analysis/report.h"
+#include "documents/analysis_table.h"
+#include "documents/analyze.h"
+#include "platform/failure.h"
+
+namespace titron::documents {
+
+namespace {
+// How long the busy pointer stays after a save, so that the user sees that it happened.
+constexpr int kSavedPauseMs = 500;
+} // namespace
+
+std::string Analyze::composeFileText() {
+    if (reportPresent()) {
+        return m_results.text();
+    }
+    if (m_grid.dataRowCount() < 1) {
+        return {};
+    }
+    std::string text;
+    if (!m_session.AnalysisFile.empty()) {
+        text += analysis::fileLine(m_session.AnalysisFile);
+    }
+    if (!m_name.text().empty()) {
+        text += "Analysis Name: " + m_name.text() + "\r\n\r\n";
+    }
+    text += layoutTable(m_grid);
+    return text;
+}
+
+bool Analyze::saveDocument(const std::string& path) {
+    const std::string text = composeFileText();
+    m_platform.pointer.setBusy(true);
+    m_session.LastDirectory = m_platform.files.currentDirectory();
+    m_session.AnalysisFile = path;
+    bool written = true;
+    try {
+        m_platform.files.writeAll(path, text + "\r\n");
+    } catch (const platform::Failure&) {
+        written = false; // the window goes on as if it had worked; the old file stays
+    }
+    m_session.AnalysisChanged = shell::kUnchanged;
+    m_session.frameCaption.setText(shell::captionWithFile(m_session.AnalysisFile));
+    m_platform.events.wait(kSavedPauseMs);
+    m_platform.pointer.setBusy(false);
+    return written;
+}
+
+} // namespace titron::documents

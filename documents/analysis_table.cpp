@@ -1,0 +1,16 @@
+#include "documents/analysis_table.h"
+
+#include "entry/grid.h"
+#include "shell/text_routines.h"
+
+namespace titron::documents {
+
+std::string layoutTable(entry::Grid& grid) {
+    grid.addressBlock(0, 0, 4, grid.dataRowCount());
+    std::string text = grid.clip();
+    shell::fnReplaceText(text, "\t", "\t\t");
+    shell::fnCloseTabs(text);
+    return text;
+}
+
+} // namespace titron::documents

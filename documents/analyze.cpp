@@ -1,0 +1,96 @@
+#include "documents/analyze.h"
+
+#include "entry/row_numbers.h"
+
+namespace titron::documents {
+
+namespace {
+
+constexpr int kDataColumns = 4;
+constexpr int kStartRowLimit = 100;
+// The pane's look: dark blue text on tab stops every 960 twips (ten stops).
+constexpr shell::Rgb kResultsColour{0, 0, 128};
+constexpr int kTabStopTwips = 960;
+constexpr int kTabStops = 10;
+const entry::Colour kDataColour{0, 0, 255};
+
+} // namespace
+
+Analyze::Analyze(platform::Platform& platform, shell::Session& session)
+    : m_platform(platform), m_session(session), m_grid(kDataColumns, kStartRowLimit),
+      m_results(shell::FontSpec{"Courier New", 9.75, true}, kEmptyResults) {
+    m_grid.events().cellChanged = [this](int, int) { onGridCellChanged(); };
+    m_name.setChangeHandler([this] { onNameChanged(); });
+}
+
+void Analyze::load() {
+    const auto& settings = m_session.settings;
+    m_grid.setRow(0);
+    for (int col = 0; col <= kDataColumns; ++col) {
+        m_grid.setCol(col);
+        m_grid.setText(settings.ColHeading[static_cast<std::size_t>(col)]);
+    }
+    m_grid.setColWidth(0, settings.ColWidth[0]);
+    subNumberRows();
+    m_grid.addressBlock(1, 1, kDataColumns, m_grid.rowLimit());
+    m_grid.setBlockMode(true);
+    m_grid.clear();
+    m_grid.setTextColour(kDataColour);
+    m_grid.setBlockMode(false);
+    subFormatResults();
+}
+
+void Analyze::setFocus(Control control) {
+    if (control == m_focus) {
+        return;
+    }
+    const Control previous = m_focus;
+    m_focus = control;
+    if (previous == Control::Grid) {
+        m_grid.userFocusLost();
+    }
+    if (control == Control::Grid) {
+        m_grid.userFocusGained();
+    }
+}
+
+bool Analyze::reportPresent() const { return m_results.text().size() >= kReportMinimumLength; }
+
+void Analyze::resetPane() {
+    m_results.setText(kEmptyResults);
+    m_session.AnalysisChanged = shell::kChanged;
+    subFormatResults();
+}
+
+void Analyze::subFormatResults() {
+    std::vector<int> stops;
+    for (int i = 0; i < kTabStops; ++i) {
+        stops.push_back(i * kTabStopTwips);
+    }
+    m_results.format(kResultsColour, std::move(stops));
+}
+
+void Analyze::subNumberRows() { entry::numberRows(m_grid); }
+
+// The first edit after a load, a new document or a save takes the report off the screen;
+// later edits leave an unsaved report standing.
+void Analyze::onGridCellChanged() {
+    if (m_session.AnalysisChanged == shell::kUnchanged) {
+        resetPane();
+    }
+}
+
+// A new name makes the report, which carries the old name, out of date. Naming an empty
+// document doesn't make it changed.
+void Analyze::onNameChanged() {
+    if (m_results.text() != kEmptyResults) {
+        resetPane();
+    }
+}
+
+void Analyze::putCursorOn(int column, int row) {
+    m_grid.addressCell(column, row);
+    m_grid.activate();
+}
+
+} // namespace titron::documents

@@ -1,0 +1,101 @@
+// The logic of the Analyze window: one analysis document, held in its controls (the assay
+// table in grdData, the name in txtAnalysisName, the report in txtResults) and in the
+// shared values of the session (changed flag, file, caption).
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "analysis/figures.h"
+#include "entry/grid.h"
+#include "platform/platform.h"
+#include "shell/results_pane.h"
+#include "shell/session.h"
+#include "shell/text_box.h"
+
+namespace titron::documents {
+
+// The controls of the window that can hold the focus.
+enum class Control { None, AnalysisName, Grid, Results };
+
+// How a run of the analysis ended, for callers that need more than the window shows.
+struct AnalysisRun {
+    enum class Ending { Report, Box, NoConvergence };
+    Ending ending = Ending::Box;
+    platform::MessageBoxRequest box;         // the box that ended it, for Ending::Box
+    bool noNameNote = false;                 // the report came with "There is no Analysis Name."
+    std::optional<analysis::Figures> figures; // for Ending::Report
+};
+
+enum class LoadOutcome { Loaded, Cancelled, Failed };
+
+// The pane's text when it holds no report.
+inline constexpr const char* kEmptyResults = "Analysis Results";
+// A pane text this long or longer counts as a report for saving, copying and printing.
+inline constexpr std::size_t kReportMinimumLength = 50;
+
+class Analyze {
+  public:
+    Analyze(platform::Platform& platform, shell::Session& session);
+    Analyze(const Analyze&) = delete;
+    Analyze& operator=(const Analyze&) = delete;
+
+    entry::Grid& grdData() { return m_grid; }
+    shell::TextBox& txtAnalysisName() { return m_name; }
+    shell::ResultsPane& txtResults() { return m_results; }
+    const entry::Grid& grdData() const { return m_grid; }
+    const shell::TextBox& txtAnalysisName() const { return m_name; }
+    const shell::ResultsPane& txtResults() const { return m_results; }
+
+    // Sets up the grid and the pane when the window is made: headings, row numbers,
+    // empty rows, the pane's look.
+    void load();
+
+    // The control with the focus. Moving it ends an edit in the grid and raises the
+    // grid's focus events; the view calls it when the user moves the focus.
+    Control focus() const { return m_focus; }
+    void setFocus(Control control);
+
+    // The Analyze command: checks the assay table, estimates, writes the report.
+    void subAnalyze();
+    // The same, telling how it ended.
+    AnalysisRun runAnalysis();
+
+    // Opens the file at path into the document, as the Open command does once its dialog
+    // has given the path (the save question and the dialog are the caller's).
+    LoadOutcome openDocument(const std::string& path);
+    // The text a save writes without its final line end: the report if one is present,
+    // else the table form; empty when there is nothing to save.
+    std::string composeFileText();
+    // Writes the document to path, as the Save command does once its dialog has given the
+    // path. Returns false when the write failed (which the window doesn't report).
+    bool saveDocument(const std::string& path);
+
+    // Whether the pane holds a report (50 characters or more).
+    bool reportPresent() const;
+
+    // Puts "Analysis Results" into the pane, marks the document changed and restores the
+    // pane's look.
+    void resetPane();
+    void subFormatResults();
+    void subNumberRows();
+
+  private:
+    LoadOutcome subLoadAnalysis();
+    void onGridCellChanged();
+    void onNameChanged();
+    void putCursorOn(int column, int row);
+    std::int32_t askMorePasses(std::int32_t passesSoFar);
+    AnalysisRun endWithBox(const platform::MessageBoxRequest& box);
+
+    platform::Platform& m_platform;
+    shell::Session& m_session;
+    entry::Grid m_grid;
+    shell::TextBox m_name;
+    shell::ResultsPane m_results;
+    Control m_focus = Control::None;
+};
+
+} // namespace titron::documents

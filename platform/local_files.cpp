@@ -1,0 +1,174 @@
+#include "platform/local_files.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <system_error>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/failure.h"
+
+namespace titron::platform {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+Failure failureOf(int error) {
+    switch (error) {
+    case ENOENT:
+    case ENOTDIR: return Failure(failure::FileNotFound);
+    case EACCES:
+    case EPERM:
+    case EROFS: return Failure(failure::PermissionDenied);
+    case ENOMEM: return Failure(failure::OutOfMemory);
+    default: return Failure(failure::PathFileAccess);
+    }
+}
+
+// Writes all of text to fd; false on any failure.
+bool writeFully(int fd, const std::string& text) {
+    std::size_t done = 0;
+    while (done < text.size()) {
+        const ssize_t n = ::write(fd, text.data() + done, text.size() - done);
+        if (n < 0) {
+            if (errno == EINTR) {
+                continue;
+            }
+            return false;
+        }
+        done += static_cast<std::size_t>(n);
+    }
+    return true;
+}
+
+} // namespace
+
+std::string LocalFiles::readAll(const std::string& path) {
+    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0) {
+        throw failureOf(errno);
+    }
+    struct stat info {};
+    if (::fstat(fd, &info) != 0 || S_ISDIR(info.st_mode)) {
+        ::close(fd);
+        throw Failure(failure::PathFileAccess);
+    }
+    std::string text;
+    try {
+        if (info.st_size > 0) {
+            text.reserve(static_cast<std::size_t>(info.st_size));
+        }
+        char buffer[65536];
+        for (;;) {
+            const ssize_t n = ::read(fd, buffer, sizeof buffer);
+            if (n < 0) {
+                if (errno == EINTR) {
+                    continue;
+                }
+                const int error = errno;
+                ::close(fd);
+                throw failureOf(error);
+            }
+            if (n == 0) {
+                break;
+            }
+            text.append(buffer, static_cast<std::size_t>(n));
+        }
+    } catch (const std::bad_alloc&) {
+        ::close(fd);
+        throw Failure(failure::OutOfMemory);
+    }
+    ::close(fd);
+    return text;
+}
+
+void LocalFiles::writeAll(const std::string& path, const std::string& text) {
+    const fs::path target(path);
+    fs::path directory = target.parent_path();
+    if (directory.empty()) {
+        directory = ".";
+    }
+    std::string temporary = (directory / ("." + target.filename().string() + ".XXXXXX")).string();
+    const int fd = ::mkstemp(temporary.data());
+    if (fd < 0) {
+        throw failureOf(errno);
+    }
+    struct stat old {};
+    const bool replacing = ::stat(path.c_str(), &old) == 0;
+    mode_t mode = old.st_mode & 07777;
+    if (!replacing) {
+        // A new file gets the usual mode under the process's umask, as open() would give it.
+        const mode_t mask = ::umask(0);
+        ::umask(mask);
+        mode = 0666 & ~mask;
+    }
+    const bool ok = writeFully(fd, text) && ::fchmod(fd, mode) == 0 && ::fsync(fd) == 0;
+    const int writeError = errno;
+    if (::close(fd) != 0 || !ok || ::rename(temporary.c_str(), path.c_str()) != 0) {
+        const int error = ok ? errno : writeError;
+        ::unlink(temporary.c_str());
+        throw failureOf(error);
+    }
+}
+
+bool LocalFiles::exists(const std::string& path) {
+    std::error_code error;
+    return fs::exists(fs::path(path), error);
+}
+
+std::vector<std::string> LocalFiles::list(const std::string& pattern) {
+    std::vector<std::string> names;
+    std::error_code error;
+    for (fs::directory_iterator it(fs::current_path(error), error), end; !error && it != end;
+         it.increment(error)) {
+        std::error_code typeError;
+        if (!it->is_regular_file(typeError)) {
+            continue;
+        }
+        std::string name = it->path().filename().string();
+        if (matchesPattern(name, pattern)) {
+            names.push_back(std::move(name));
+        }
+    }
+    return names;
+}
+
+std::string LocalFiles::currentDirectory() {
+    std::error_code error;
+    const fs::path current = fs::current_path(error);
+    return error ? std::string() : current.string();
+}
+
+bool matchesPattern(const std::string& name, const std::string& pattern) {
+    const auto lower = [](char c) {
+        return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
+    };
+    // Iterative wildcard matching with one back-track point for the last "*".
+    std::size_t n = 0, p = 0, star = std::string::npos, resume = 0;
+    while (n < name.size()) {
+        if (p < pattern.size() && (pattern[p] == '?' || lower(pattern[p]) == lower(name[n]))) {
+            ++n;
+            ++p;
+        } else if (p < pattern.size() && pattern[p] == '*') {
+            star = p++;
+            resume = n;
+        } else if (star != std::string::npos) {
+            p = star + 1;
+            n = ++resume;
+        } else {
+            return false;
+        }
+    }
+    while (p < pattern.size() && pattern[p] == '*') {
+        ++p;
+    }
+    return p == pattern.size();
+}
+
+} // namespace titron::platform

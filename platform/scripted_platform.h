@@ -1,0 +1,87 @@
+// The headless platform: answers are scripted in advance (one queue per kind of question)
+// and every box, input box, pointer change and clipboard write is recorded in a
+// transcript. Tests read the transcript; the command line answers through a responder.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/local_files.h"
+#include "platform/platform.h"
+
+namespace titron::platform {
+
+struct ShownBox {
+    MessageBoxRequest request;
+    Answer answer;
+    bool pointerBusy; // the pointer's state while the box was up
+};
+
+struct ShownInput {
+    InputBoxRequest request;
+    std::string answer;
+};
+
+class ScriptedPlatform : public Dialogs, public Pointer, public EventLoop, public Clipboard,
+                         public Clock {
+  public:
+    ScriptedPlatform();
+
+    // The services, with files on the local file system.
+    Platform& services() { return m_services; }
+
+    // Answers for the next boxes, in order. A box with no answer queued takes its
+    // default button.
+    void queueAnswer(Answer answer) { m_answers.push_back(answer); }
+    // Entries for the next input boxes, in order. With none queued, an input box is
+    // cancelled (the empty text) unless a responder is set.
+    void queueInput(std::string entry) { m_inputs.push_back(std::move(entry)); }
+    void setInputResponder(std::function<std::string(const InputBoxRequest&)> responder) {
+        m_inputResponder = std::move(responder);
+    }
+    void setToday(CalendarDate date) { m_today = date; }
+
+    const std::vector<ShownBox>& boxes() const { return m_boxes; }
+    const std::vector<ShownInput>& inputs() const { return m_shownInputs; }
+    // Everything that happened, one readable line per call, in order.
+    const std::vector<std::string>& transcript() const { return m_transcript; }
+    bool pointerBusy() const { return m_busy; }
+    void clearTranscript();
+
+    // Dialogs
+    Answer messageBox(const MessageBoxRequest& request) override;
+    std::string inputBox(const InputBoxRequest& request) override;
+    // Pointer
+    void setBusy(bool busy) override;
+    // EventLoop: there are no queued window events without windows; both only record.
+    void processQueuedEvents() override;
+    void wait(int milliseconds) override;
+    // Clipboard, in memory
+    void clear() override;
+    void setText(const std::string& text) override;
+    bool hasText() override { return m_hasClipboardText; }
+    std::string text() override { return m_clipboard; }
+    // Clock
+    CalendarDate today() override { return m_today; }
+
+  private:
+    LocalFiles m_files;
+    Platform m_services;
+    std::deque<Answer> m_answers;
+    std::deque<std::string> m_inputs;
+    std::function<std::string(const InputBoxRequest&)> m_inputResponder;
+    std::vector<ShownBox> m_boxes;
+    std::vector<ShownInput> m_shownInputs;
+    std::vector<std::string> m_transcript;
+    bool m_busy = false;
+    std::string m_clipboard;
+    bool m_hasClipboardText = false;
+    CalendarDate m_today{2026, 11, 23};
+};
+
+// The answer of a box's default button.
+Answer defaultAnswer(const MessageBoxRequest& request);
+
+} // namespace titron::platform

@@ -1,0 +1,23 @@
+// titron-cli: the analysis without the window, for scripts and pipelines. It drives the
+// same Analyze window logic on the scripted platform, so its reports are byte for byte
+// those of the desktop program.
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace titron::shell {
+
+// Exit statuses, worst last; several files give the worst of theirs.
+inline constexpr int kExitReport = 0;
+inline constexpr int kExitUnreadable = 1;
+inline constexpr int kExitBox = 2;
+inline constexpr int kExitNoConvergence = 3;
+inline constexpr int kExitUsage = 64;
+
+// Runs the command line (arguments without the program name); returns the exit status.
+int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
+                   std::ostream& err);
+
+} // namespace titron::shell

@@ -1,0 +1,33 @@
+#include "shell/results_pane.h"
+
+#include <utility>
+
+namespace titron::shell {
+
+ResultsPane::ResultsPane(FontSpec font, std::string text)
+    : m_font(std::move(font)), m_text(std::move(text)) {}
+
+void ResultsPane::setText(std::string_view text) {
+    m_text.assign(text);
+    m_look = PaneLook{};
+    m_caret = 0;
+    changed();
+}
+
+void ResultsPane::format(Rgb colour, std::vector<int> tabStopsTwips) {
+    m_visible = false;
+    m_look.formatted = true;
+    m_look.colour = colour;
+    m_look.tabStopsTwips = std::move(tabStopsTwips);
+    m_caret = 0;
+    m_visible = true;
+    changed();
+}
+
+void ResultsPane::changed() {
+    if (m_listener) {
+        m_listener();
+    }
+}
+
+} // namespace titron::shell

@@ -1,0 +1,30 @@
+// The values that the windows of one run share: the document's changed flag and file,
+// the directory of the last accepted file dialog, the settings and the frame's caption.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "shell/app_settings.h"
+#include "shell/text_box.h"
+
+namespace titron::shell {
+
+// The changed flag is a 16-bit 0 or -1, as the program has always stored it.
+inline constexpr std::int16_t kChanged = -1;
+inline constexpr std::int16_t kUnchanged = 0;
+
+inline constexpr const char* kProgramTitle = "Titron";
+
+struct Session {
+    std::int16_t AnalysisChanged = kUnchanged;
+    std::string AnalysisFile;  // full path of the document's file; empty for none
+    std::string LastDirectory; // current directory after the last accepted file dialog
+    AppSettings settings;
+    TextBox frameCaption{kProgramTitle};
+};
+
+// "Titron - [path]" with the path in lower case.
+std::string captionWithFile(const std::string& path);
+
+} // namespace titron::shell
