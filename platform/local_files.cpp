@@ -94,7 +94,11 @@ void LocalFiles::writeAll(const std::string& path, const std::string& text) {
     if (directory.empty()) {
         directory = ".";
     }
-    std::string temporary = (directory / ("." + target.filename().string() + ".XXXXXX")).string();
+    // A hidden name beside the target, so that the rename stays on one file system.
+    std::string hiddenName(".");
+    hiddenName.append(target.filename().string());
+    hiddenName.append(".XXXXXX");
+    std::string temporary = (directory / hiddenName).string();
     const int fd = ::mkstemp(temporary.data());
     if (fd < 0) {
         throw failureOf(errno);

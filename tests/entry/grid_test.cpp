@@ -140,10 +140,13 @@ TEST(GridTest, InsertAndDeleteRowMoveTextAndColourAndSetTheRowLimit) {
     grid.setBlockMode(false);
     EXPECT_EQ(grid.rowLimit(), 5);
     EXPECT_EQ(grid.dataRowCount(), 3);
-    grid.addressCell(1, 1);
-    grid.deleteRow();
-    grid.addressBlock(1, 1, 1, 5);
-    EXPECT_EQ(grid.clip(), "3\r\n4\r\n\r\n\r\n\r\n");
+    grid.setCell(1, 0, "Dose");
+    grid.addressCell(1, 0);
+    grid.setRow2(1);
+    grid.setBlockMode(true);
+    grid.deleteRow(); // the heading row stays
+    grid.addressBlock(1, 0, 1, 5);
+    EXPECT_EQ(grid.clip(), "Dose\r\n3\r\n4\r\n\r\n\r\n\r\n");
 }
 
 TEST(GridTest, RowLimitGrowsBlankAndShrinksWithinItsCap) {

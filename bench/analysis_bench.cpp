@@ -1,0 +1,120 @@
+// Time of the Analyze command on assay tables of several sizes: reading and checking the
+// grid, the estimate, the figures and the report with its table, written into the pane.
+// The grid is filled once per benchmark; every iteration runs the whole command again.
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+#include <cstdio>
+#include <random>
+#include <string>
+
+#include "documents/analyze.h"
+#include "platform/scripted_platform.h"
+#include "shell/session.h"
+
+namespace {
+
+using titron::documents::Analyze;
+using titron::documents::AnalysisRun;
+
+constexpr int kTested = 24;
+// Frequency of responding units per unit of dose in the single-hit model.
+constexpr double kFrequency = 1e-4;
+constexpr double kLowestDose = 10.0;
+constexpr double kHighestDose = 1e6;
+constexpr unsigned kSeed = 20261123;
+
+// One document with an assay of the given number of rows: doses spaced geometrically from
+// kLowestDose to kHighestDose, kTested units per row, responses drawn from the single-hit
+// model with a fixed seed (so every run of the benchmark analyses the same table).
+struct Document {
+    titron::platform::ScriptedPlatform platform;
+    titron::shell::Session session;
+    Analyze analyze{platform.services(), session};
+    bool usable = false; // some rows respond, not all of them
+
+    explicit Document(int rows) {
+        analyze.load();
+        analyze.txtAnalysisName().setText("Geometric doses, " + std::to_string(rows) + " rows");
+        auto& grid = analyze.grdData();
+        if (grid.rowLimit() < rows) {
+            grid.setRowLimit(rows);
+        }
+        std::mt19937 random(kSeed);
+        long totalResponses = 0;
+        char text[32];
+        for (int row = 1; row <= rows; ++row) {
+            const double step = rows == 1 ? 0.0 : double(row - 1) / double(rows - 1);
+            const double dose =
+                std::round(kLowestDose * std::pow(kHighestDose / kLowestDose, step));
+            const double p = 1.0 - std::exp(-kFrequency * dose);
+            std::binomial_distribution<int> responses(kTested, p);
+            const int r = responses(random);
+            totalResponses += r;
+            std::snprintf(text, sizeof text, "%.0f", dose);
+            grid.setCell(1, row, text);
+            grid.setCell(2, row, std::to_string(r));
+            grid.setCell(3, row, std::to_string(kTested));
+        }
+        usable = totalResponses > 0 && totalResponses < long(rows) * kTested;
+        platform.clearTranscript();
+    }
+};
+
+void runAnalyze(benchmark::State& state) {
+    const int rows = static_cast<int>(state.range(0));
+    Document document(rows);
+    if (!document.usable) {
+        state.SkipWithError("the drawn responses are all 0 or all positive");
+        return;
+    }
+    // The first run must give a report, or the time would be that of a refusal.
+    const AnalysisRun first = document.analyze.runAnalysis();
+    if (first.ending != AnalysisRun::Ending::Report) {
+        state.SkipWithError(("the analysis gave no report: " + first.box.title).c_str());
+        return;
+    }
+    const std::size_t reportLength = document.analyze.txtResults().text().size();
+
+    for (auto _ : state) {
+        document.analyze.subAnalyze();
+        benchmark::DoNotOptimize(document.analyze.txtResults().text().data());
+        // The scripted platform records every pointer change; keep the record short.
+        if (document.platform.transcript().size() > 4096) {
+            document.platform.clearTranscript();
+        }
+    }
+
+    if (document.analyze.txtResults().text().size() != reportLength) {
+        state.SkipWithError("a later run gave a different report");
+        return;
+    }
+    state.counters["rows"] = rows;
+    state.counters["report_bytes"] = static_cast<double>(reportLength);
+    state.counters["passes"] = first.figures ? first.figures->iterations : 0;
+    state.SetItemsProcessed(state.iterations() * rows);
+}
+
+} // namespace
+
+BENCHMARK(runAnalyze)
+    ->Name("Analyze")
+    ->ArgName("rows")
+    ->Arg(4)
+    ->Unit(benchmark::kMicrosecond)
+    ->Repetitions(10)
+    ->ReportAggregatesOnly(true);
+BENCHMARK(runAnalyze)
+    ->Name("Analyze")
+    ->ArgName("rows")
+    ->Arg(1500)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(10)
+    ->ReportAggregatesOnly(true);
+BENCHMARK(runAnalyze)
+    ->Name("Analyze")
+    ->ArgName("rows")
+    ->Arg(30000)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(10)
+    ->ReportAggregatesOnly(true);

@@ -1,0 +1,197 @@
+// Wall-clock time of whole titron-cli processes: start (posix_spawn), run, wait. Standard
+// output goes to /dev/null; a run that doesn't exit with status 0 stops the benchmark.
+#include <benchmark/benchmark.h>
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+extern char** environ;
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kCli = TITRON_CLI_PATH;
+constexpr const char* kExamples = TITRON_EXAMPLES_DIR;
+constexpr int kFiles = 10000;
+
+class ScratchDirectory {
+  public:
+    ScratchDirectory() {
+        std::string pattern = (fs::temp_directory_path() / "titron-cli-bench-XXXXXX").string();
+        if (::mkdtemp(pattern.data()) == nullptr) {
+            throw std::runtime_error("cannot make a scratch directory under " + pattern);
+        }
+        m_path = pattern;
+    }
+    ~ScratchDirectory() {
+        std::error_code ignored;
+        fs::remove_all(m_path, ignored);
+    }
+    ScratchDirectory(const ScratchDirectory&) = delete;
+    ScratchDirectory& operator=(const ScratchDirectory&) = delete;
+    const fs::path& path() const { return m_path; }
+
+  private:
+    fs::path m_path;
+};
+
+// Runs the program with the arguments, standard output to outPath (standard error to
+// /dev/null), and returns its wait status, or -1 when it couldn't be started.
+int runProcess(const std::vector<std::string>& arguments, const char* outPath = "/dev/null") {
+    std::vector<char*> argv;
+    argv.reserve(arguments.size() + 1);
+    for (const std::string& argument : arguments) {
+        argv.push_back(const_cast<char*>(argument.c_str()));
+    }
+    argv.push_back(nullptr);
+
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, outPath, O_WRONLY | O_CREAT | O_TRUNC,
+                                     0644);
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+    pid_t pid = 0;
+    const int spawned = posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    if (spawned != 0) {
+        return -1;
+    }
+    int status = 0;
+    while (::waitpid(pid, &status, 0) < 0) {
+        if (errno != EINTR) {
+            return -1;
+        }
+    }
+    return status;
+}
+
+bool exitedWell(int status) { return status >= 0 && WIFEXITED(status) && WEXITSTATUS(status) == 0; }
+
+// One four-row analysis file per run of the command, like the Spleen A example, with its
+// own name and responses drawn from the single-hit model at a frequency around 1 in 10,000
+// (fixed seed); tables with no responses or with all responding are drawn again.
+std::vector<std::string> makeAnalysisFiles(const fs::path& directory) {
+    constexpr double doses[] = {1000, 3000, 10000, 30000};
+    constexpr int tested = 24;
+    std::mt19937 random(20261125);
+    std::uniform_real_distribution<double> logSpread(-0.5, 0.5);
+    std::vector<std::string> files;
+    files.reserve(kFiles);
+    for (int i = 1; i <= kFiles; ++i) {
+        int responses[4];
+        int total = 0;
+        do {
+            const double frequency = 1e-4 * std::exp(logSpread(random));
+            total = 0;
+            for (int row = 0; row < 4; ++row) {
+                std::binomial_distribution<int> draw(tested, 1.0 - std::exp(-frequency * doses[row]));
+                responses[row] = draw(random);
+                total += responses[row];
+            }
+        } while (total == 0 || total == 4 * tested);
+
+        std::ostringstream text;
+        text << "Analysis Name: Spleen " << i << "\r\n\r\n"
+             << "Row\t\tDose\t\tResponses\tTested\t\tComments\r\n";
+        for (int row = 0; row < 4; ++row) {
+            text << row + 1 << "\t\t" << doses[row] << "\t\t" << responses[row] << "\t\t" << tested
+                 << "\t\t\r\n";
+        }
+        text << "\r\n";
+        const fs::path file = directory / ("spleen-" + std::to_string(i) + ".tna");
+        std::ofstream out(file, std::ios::binary);
+        out << text.str();
+        out.close();
+        if (!out) {
+            throw std::runtime_error("cannot write " + file.string());
+        }
+        files.push_back(file.string());
+    }
+    return files;
+}
+
+void cliOneFile(benchmark::State& state) {
+    const std::vector<std::string> arguments = {kCli, "analyze",
+                                                std::string(kExamples) + "/spleen-a.tna"};
+    if (!exitedWell(runProcess(arguments))) {
+        state.SkipWithError("titron-cli analyze spleen-a.tna did not exit with status 0");
+        return;
+    }
+    for (auto _ : state) {
+        const int status = runProcess(arguments);
+        if (!exitedWell(status)) {
+            state.SkipWithError("titron-cli did not exit with status 0");
+            break;
+        }
+    }
+}
+
+void cliTenThousandFiles(benchmark::State& state) {
+    static ScratchDirectory directory;
+    static const std::vector<std::string> files = makeAnalysisFiles(directory.path());
+    std::vector<std::string> arguments = {kCli, "analyze", "--format", "tsv"};
+    arguments.insert(arguments.end(), files.begin(), files.end());
+
+    // Once, untimed: every file must give a report, one tsv line each after the heading.
+    const fs::path check = directory.path() / "check.tsv";
+    if (!exitedWell(runProcess(arguments, check.c_str()))) {
+        state.SkipWithError("titron-cli analyze --format tsv did not exit with status 0");
+        return;
+    }
+    std::ifstream in(check);
+    std::string line;
+    int lines = 0;
+    int reports = 0;
+    while (std::getline(in, line)) {
+        ++lines;
+        if (line.find("\treport\t") != std::string::npos) {
+            ++reports;
+        }
+    }
+    if (lines != kFiles + 1 || reports != kFiles) {
+        state.SkipWithError(("the tsv output has " + std::to_string(lines) + " lines and " +
+                             std::to_string(reports) + " reports")
+                                .c_str());
+        return;
+    }
+
+    for (auto _ : state) {
+        const int status = runProcess(arguments);
+        if (!exitedWell(status)) {
+            state.SkipWithError("titron-cli did not exit with status 0");
+            break;
+        }
+    }
+    state.counters["files"] = kFiles;
+    state.SetItemsProcessed(state.iterations() * kFiles);
+}
+
+} // namespace
+
+BENCHMARK(cliOneFile)
+    ->Name("Cli/analyze:spleen-a")
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime()
+    ->Repetitions(10)
+    ->ReportAggregatesOnly(true);
+BENCHMARK(cliTenThousandFiles)
+    ->Name("Cli/analyze-tsv:10000-files")
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime()
+    ->Iterations(2)
+    ->Repetitions(5)
+    ->ReportAggregatesOnly(true);

@@ -1,0 +1,157 @@
+// Time of opening a large text file of assay rows into a fresh document, alone and followed
+// by the Analyze command (report and table included). The file is written once, into a
+// directory of its own under the system's temporary directory, and removed at exit.
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <stdexcept>
+#include <string>
+
+#include "documents/analyze.h"
+#include "platform/scripted_platform.h"
+#include "shell/session.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using titron::documents::AnalysisRun;
+using titron::documents::Analyze;
+using titron::documents::LoadOutcome;
+
+constexpr int kRows = 30000;
+constexpr int kTested = 24;
+constexpr double kFrequency = 1e-4;
+constexpr double kLowestDose = 10.0;
+constexpr double kHighestDose = 1e6;
+constexpr unsigned kSeed = 20261124;
+
+// A directory made for this run, removed with everything in it when the program ends.
+class ScratchDirectory {
+  public:
+    ScratchDirectory() {
+        std::string pattern = (fs::temp_directory_path() / "titron-load-bench-XXXXXX").string();
+        if (::mkdtemp(pattern.data()) == nullptr) {
+            throw std::runtime_error("cannot make a scratch directory under " + pattern);
+        }
+        m_path = pattern;
+    }
+    ~ScratchDirectory() {
+        std::error_code ignored;
+        fs::remove_all(m_path, ignored);
+    }
+    ScratchDirectory(const ScratchDirectory&) = delete;
+    ScratchDirectory& operator=(const ScratchDirectory&) = delete;
+    const fs::path& path() const { return m_path; }
+
+  private:
+    fs::path m_path;
+};
+
+// The text file of kRows rows with a heading line, Tab between fields, CR LF line ends:
+// doses spaced geometrically, responses drawn from the single-hit model, fixed seed.
+const std::string& rowsFile() {
+    static ScratchDirectory directory;
+    static const std::string path = [] {
+        const fs::path file = directory.path() / "rows-30000.txt";
+        std::ofstream out(file, std::ios::binary);
+        out << "Dose\tResponses\tTested\r\n";
+        std::mt19937 random(kSeed);
+        char line[64];
+        for (int row = 1; row <= kRows; ++row) {
+            const double step = double(row - 1) / double(kRows - 1);
+            const double dose =
+                std::round(kLowestDose * std::pow(kHighestDose / kLowestDose, step));
+            std::binomial_distribution<int> responses(kTested, 1.0 - std::exp(-kFrequency * dose));
+            std::snprintf(line, sizeof line, "%.0f\t%d\t%d\r\n", dose, responses(random), kTested);
+            out << line;
+        }
+        out.close();
+        if (!out) {
+            throw std::runtime_error("cannot write " + file.string());
+        }
+        return file.string();
+    }();
+    return path;
+}
+
+// A new window's document, as the program makes it, with the file opened into it.
+struct Document {
+    titron::platform::ScriptedPlatform platform;
+    titron::shell::Session session;
+    Analyze analyze{platform.services(), session};
+    LoadOutcome outcome;
+
+    explicit Document(const std::string& path) {
+        analyze.load();
+        outcome = analyze.openDocument(path);
+    }
+};
+
+// Checks once, untimed, that the file loads whole and analyses to a report.
+bool checkFile(benchmark::State& state, const std::string& path) {
+    Document document(path);
+    if (document.outcome != LoadOutcome::Loaded) {
+        state.SkipWithError("the rows file did not load");
+        return false;
+    }
+    if (document.analyze.grdData().dataRowCount() != kRows) {
+        state.SkipWithError(("the document holds " +
+                             std::to_string(document.analyze.grdData().dataRowCount()) +
+                             " rows, not " + std::to_string(kRows))
+                                .c_str());
+        return false;
+    }
+    const AnalysisRun run = document.analyze.runAnalysis();
+    if (run.ending != AnalysisRun::Ending::Report) {
+        state.SkipWithError(("the analysis gave no report: " + run.box.title).c_str());
+        return false;
+    }
+    return true;
+}
+
+void loadRows(benchmark::State& state) {
+    const std::string& path = rowsFile();
+    if (!checkFile(state, path)) {
+        return;
+    }
+    for (auto _ : state) {
+        Document document(path);
+        benchmark::DoNotOptimize(document.outcome);
+        benchmark::ClobberMemory();
+    }
+    state.counters["rows"] = kRows;
+    state.SetItemsProcessed(state.iterations() * kRows);
+}
+
+void loadAndAnalyzeRows(benchmark::State& state) {
+    const std::string& path = rowsFile();
+    if (!checkFile(state, path)) {
+        return;
+    }
+    for (auto _ : state) {
+        Document document(path);
+        document.analyze.subAnalyze();
+        benchmark::DoNotOptimize(document.analyze.txtResults().text().data());
+        benchmark::ClobberMemory();
+    }
+    state.counters["rows"] = kRows;
+    state.SetItemsProcessed(state.iterations() * kRows);
+}
+
+} // namespace
+
+BENCHMARK(loadRows)
+    ->Name("Open/rows:30000")
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(10)
+    ->ReportAggregatesOnly(true);
+BENCHMARK(loadAndAnalyzeRows)
+    ->Name("OpenAndAnalyze/rows:30000")
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(10)
+    ->ReportAggregatesOnly(true);

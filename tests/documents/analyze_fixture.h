@@ -1,0 +1,76 @@
+// A document on the scripted platform, with a scratch directory for its files.
+#pragma once
+
+#include <filesystem>
+#include <fstream>
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "documents/analyze.h"
+#include "platform/scripted_platform.h"
+#include "shell/session.h"
+#include "shell/text_routines.h"
+
+namespace titron::documents::testing {
+
+struct Row {
+    std::string dose, responses, tested, comments;
+};
+
+class AnalyzeFixture : public ::testing::Test {
+  protected:
+    AnalyzeFixture() : analyze(platform.services(), session) {
+        analyze.load();
+        directory = std::filesystem::temp_directory_path() /
+                    ("titron-test-" + std::to_string(::getpid()) + "-" +
+                     ::testing::UnitTest::GetInstance()->current_test_info()->name());
+        std::filesystem::remove_all(directory);
+        std::filesystem::create_directories(directory);
+    }
+    ~AnalyzeFixture() override { std::filesystem::remove_all(directory); }
+
+    void type(std::initializer_list<Row> rows, int firstRow = 1) {
+        int row = firstRow;
+        for (const Row& r : rows) {
+            entry::Grid& grid = analyze.grdData();
+            grid.setCell(1, row, r.dose);
+            grid.setCell(2, row, r.responses);
+            grid.setCell(3, row, r.tested);
+            grid.setCell(4, row, r.comments);
+            ++row;
+        }
+    }
+
+    void typeFourRowExample() {
+        type({{"1000", "2", "24", ""},
+              {"3000", "6", "24", ""},
+              {"10000", "14", "24", ""},
+              {"30000", "22", "24", ""}});
+    }
+
+    std::string path(const std::string& name) const { return (directory / name).string(); }
+
+    std::string writeFile(const std::string& name, const std::string& bytes) const {
+        std::ofstream(path(name), std::ios::binary) << bytes;
+        return path(name);
+    }
+
+    std::string readFile(const std::string& name) const {
+        std::ifstream in(path(name), std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(in), {});
+    }
+
+    std::string cell(int col, int row) const { return analyze.grdData().cell(col, row); }
+    const std::string& pane() const { return analyze.txtResults().text(); }
+    const std::vector<platform::ShownBox>& boxes() const { return platform.boxes(); }
+
+    platform::ScriptedPlatform platform;
+    shell::Session session;
+    Analyze analyze;
+    std::filesystem::path directory;
+};
+
+} // namespace titron::documents::testing

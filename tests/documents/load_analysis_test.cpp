@@ -1,0 +1,259 @@
+#include <gtest/gtest.h>
+
+#include "analyze_fixture.h"
+
+namespace titron::documents {
+namespace {
+
+using platform::Answer;
+using testing::AnalyzeFixture;
+
+// The table form of a named two-row document, as a save writes it.
+const std::string kTableForm = "Titron Analysis File: [c:\\data\\spleen.tna]\r\n\r\n"
+                               "Analysis Name: Spleen A\r\n\r\n"
+                               "Row\t\tDose\t\tResponses\tTested\t\tComments\r\n"
+                               "1\t\t1000\t\t5\t\t24\t\t\r\n"
+                               "2\t\t100000000\t23\t\t24\t\tsecond plate\r\n"
+                               "\r\n";
+
+class LoadAnalysisTest : public AnalyzeFixture {
+  protected:
+    LoadOutcome open(const std::string& name, const std::string& bytes) {
+        return analyze.openDocument(writeFile(name, bytes));
+    }
+    void expectRow(int row, const std::string& dose, const std::string& responses,
+                   const std::string& tested, const std::string& comments) {
+        SCOPED_TRACE("row " + std::to_string(row));
+        EXPECT_EQ(cell(0, row), std::to_string(row));
+        EXPECT_EQ(cell(1, row), dose);
+        EXPECT_EQ(cell(2, row), responses);
+        EXPECT_EQ(cell(3, row), tested);
+        EXPECT_EQ(cell(4, row), comments);
+    }
+    void expectHeadings(const std::vector<std::string>& headings) {
+        for (int col = 0; col <= 4; ++col) {
+            EXPECT_EQ(cell(col, 0), headings[static_cast<std::size_t>(col)]) << col;
+        }
+    }
+    const std::vector<std::string> kDefaultHeadings{"Row", "Dose", "Responses", "Tested",
+                                                    "Comments"};
+};
+
+TEST_F(LoadAnalysisTest, TableFormWithANameFillsNameGridAndPane) {
+    session.AnalysisChanged = shell::kChanged;
+    ASSERT_EQ(open("spleen.tna", kTableForm), LoadOutcome::Loaded);
+    EXPECT_EQ(analyze.txtAnalysisName().text(), "Spleen A");
+    EXPECT_EQ(pane(), kTableForm.substr(kTableForm.find("Analysis Name: ")));
+    expectHeadings(kDefaultHeadings);
+    expectRow(1, "1000", "5", "24", "");
+    expectRow(2, "100000000", "23", "24", "second plate");
+    EXPECT_EQ(analyze.grdData().dataRowCount(), 2);
+    EXPECT_EQ(session.AnalysisChanged, shell::kUnchanged);
+    EXPECT_EQ(session.frameCaption.text(), "Titron - [" + shell::lowerCase(path("spleen.tna")) + "]");
+    EXPECT_TRUE(boxes().empty());
+    EXPECT_FALSE(platform.pointerBusy());
+}
+
+TEST_F(LoadAnalysisTest, ReportFormShowsTheFilesFiguresAndFillsTheGridFromItsTable) {
+    typeFourRowExample();
+    analyze.txtAnalysisName().setText("Spleen A");
+    analyze.subAnalyze();
+    const std::string report = pane();
+    ASSERT_TRUE(analyze.saveDocument(path("saved.tna")));
+
+    platform::ScriptedPlatform other;
+    shell::Session otherSession;
+    Analyze reopened(other.services(), otherSession);
+    reopened.load();
+    ASSERT_EQ(reopened.openDocument(path("saved.tna")), LoadOutcome::Loaded);
+    EXPECT_EQ(reopened.txtResults().text(), report + "\r\n");
+    EXPECT_EQ(reopened.txtAnalysisName().text(), "Spleen A");
+    for (int row = 1; row <= 4; ++row) {
+        for (int col = 0; col <= 4; ++col) {
+            EXPECT_EQ(reopened.grdData().cell(col, row), cell(col, row)) << col << "," << row;
+        }
+    }
+    EXPECT_EQ(reopened.grdData().dataRowCount(), 4);
+}
+
+TEST_F(LoadAnalysisTest, TableFormWithoutANameKeepsTheTypedNameAndTheEmptyPane) {
+    analyze.txtAnalysisName().setText("typed");
+    ASSERT_EQ(open("t.tna", "Row\t\tDose\t\tResponses\tTested\t\tComments\r\n"
+                            "1\t\t10\t\t1\t\t5\t\t\r\n\r\n"),
+              LoadOutcome::Loaded);
+    EXPECT_EQ(analyze.txtAnalysisName().text(), "typed");
+    EXPECT_EQ(pane(), kEmptyResults);
+    expectRow(1, "10", "1", "5", "");
+}
+
+TEST_F(LoadAnalysisTest, TextWithHeadingLineInThreeFourAndFiveFields) {
+    ASSERT_EQ(open("3.txt", "D\tR\tT\r\n10\t1\t5\r\n20\t2\t5\r\n"), LoadOutcome::Loaded);
+    expectHeadings({"Row", "D", "R", "T", "Comments"});
+    expectRow(2, "20", "2", "5", "");
+
+    analyze.grdData().setCell(0, 0, "Row");
+    ASSERT_EQ(open("4.txt", "D\tR\tT\tC\r\n10\t1\t5\tfirst\r\n"), LoadOutcome::Loaded);
+    expectHeadings({"Row", "D", "R", "T", "C"});
+    expectRow(1, "10", "1", "5", "first");
+    expectRow(2, "", "", "", ""); // No at the append question emptied the old rows
+
+    ASSERT_EQ(open("5.txt", "N\tD\tR\tT\tC\r\n7\t10\t1\t5\tx\r\n9\t30\t3\t5\ty\r\n"),
+              LoadOutcome::Loaded);
+    expectHeadings({"N", "D", "R", "T", "C"});
+    expectRow(2, "30", "3", "5", "y"); // row numbers are written anew
+}
+
+TEST_F(LoadAnalysisTest, TextWithoutHeadingLineFillsFromRowOne) {
+    ASSERT_EQ(open("plain.txt", "10\t1\t5\r\n20\t2\t5\r\n"), LoadOutcome::Loaded);
+    expectHeadings(kDefaultHeadings);
+    expectRow(1, "10", "1", "5", "");
+    expectRow(2, "20", "2", "5", "");
+    EXPECT_EQ(pane(), kEmptyResults);
+}
+
+TEST_F(LoadAnalysisTest, CommasSeparateFieldsAndExtraCommasBelongToTheComment) {
+    ASSERT_EQ(open("c.csv", "Dose,Responses,Tested,Comments\r\n10,1,5,one, two, three\r\n"),
+              LoadOutcome::Loaded);
+    expectRow(1, "10", "1", "5", "one  two  three");
+    // With Tabs as separators a comma is a blank.
+    ASSERT_EQ(open("t.txt", "10\t1\t5\tone, two\r\n"), LoadOutcome::Loaded);
+    expectRow(1, "10", "1", "5", "one  two");
+}
+
+TEST_F(LoadAnalysisTest, OnlyTheBlockBehindTheLastBlankLineIsTheTable) {
+    ASSERT_EQ(open("b.txt", "10\t1\t5\r\n\r\n20\t2\t5\r\n30\t3\t5\r\n\r\n\r\n\r\n"),
+              LoadOutcome::Loaded);
+    expectRow(1, "20", "2", "5", "");
+    expectRow(2, "30", "3", "5", "");
+    EXPECT_EQ(analyze.grdData().dataRowCount(), 2);
+    // A line of blanks is no blank line.
+    ASSERT_EQ(open("s.txt", "10\t1\t5\r\n  \r\n20\t2\t5\r\n"), LoadOutcome::Loaded);
+    expectRow(1, "10", "1", "5", "");
+    expectRow(2, "  ", "", "", "");
+}
+
+TEST_F(LoadAnalysisTest, BareLineFeedFileHasNoFirstLineSoItsCommasBecomeBlanks) {
+    ASSERT_EQ(open("lf.csv", "10,1,5\n20,2,5\n"), LoadOutcome::Loaded);
+    expectRow(1, "10 1 5", "", "", "");
+    expectRow(2, "20 2 5", "", "", "");
+    // Tab-separated rows with bare line feeds still land in their columns.
+    ASSERT_EQ(open("lf.txt", "10\t1\t5\n20\t2\t5\n"), LoadOutcome::Loaded);
+    expectRow(2, "20", "2", "5", "");
+}
+
+TEST_F(LoadAnalysisTest, AppendAddsRowsBelowAndDropsTheFilesHeadingLine) {
+    typeFourRowExample();
+    analyze.txtAnalysisName().setText("First");
+    session.AnalysisFile = path("first.tna");
+    platform.queueAnswer(Answer::Yes);
+    ASSERT_EQ(open("more.tna", "Analysis Name: Second\r\n\r\nRow\t\tDose\t\tResponses\t"
+                               "Tested\t\tComments\r\n1\t\t50000\t\t23\t\t24\t\t\r\n\r\n"),
+              LoadOutcome::Loaded);
+    ASSERT_EQ(boxes().size(), 1u);
+    EXPECT_EQ(boxes()[0].request.title, "APPEND DATA?");
+    EXPECT_EQ(boxes()[0].request.text, "Append this data to the existing data?");
+    EXPECT_EQ(boxes()[0].request.buttons, platform::Buttons::YesNoCancel);
+    EXPECT_EQ(boxes()[0].request.icon, platform::Icon::Question);
+    EXPECT_EQ(boxes()[0].request.defaultButton, 2);
+    EXPECT_EQ(analyze.txtAnalysisName().text(), "First / Second");
+    expectHeadings(kDefaultHeadings);
+    expectRow(4, "30000", "22", "24", "");
+    expectRow(5, "50000", "23", "24", "");
+    EXPECT_EQ(pane(), kEmptyResults);
+    EXPECT_EQ(session.AnalysisChanged, shell::kChanged);
+    EXPECT_EQ(session.frameCaption.text(), "Titron");
+    EXPECT_EQ(session.AnalysisFile, path("more.tna"));
+}
+
+TEST_F(LoadAnalysisTest, AppendWithoutHeadingKeepsEveryLine) {
+    type({{"1", "1", "2", ""}});
+    platform.queueAnswer(Answer::Yes);
+    ASSERT_EQ(open("more.txt", "5\t1\t2\r\n6\t1\t2\r\n"), LoadOutcome::Loaded);
+    expectRow(2, "5", "1", "2", "");
+    expectRow(3, "6", "1", "2", "");
+}
+
+TEST_F(LoadAnalysisTest, CancelAtTheAppendQuestionChangesNothing) {
+    typeFourRowExample();
+    session.AnalysisFile = "/old/path.tna";
+    session.AnalysisChanged = shell::kChanged;
+    platform.queueAnswer(Answer::Cancel);
+    EXPECT_EQ(open("x.tna", kTableForm), LoadOutcome::Cancelled);
+    EXPECT_EQ(session.AnalysisFile, "/old/path.tna");
+    EXPECT_EQ(session.AnalysisChanged, shell::kChanged);
+    expectRow(1, "1000", "2", "24", "");
+}
+
+TEST_F(LoadAnalysisTest, EmptyFileLeavesEmptyRowsTheEmptyPaneAndTheCaptionOnThePath) {
+    typeFourRowExample();
+    platform.queueAnswer(Answer::No);
+    ASSERT_EQ(open("empty.tna", ""), LoadOutcome::Loaded);
+    EXPECT_EQ(analyze.grdData().dataRowCount(), 0);
+    EXPECT_EQ(pane(), kEmptyResults);
+    EXPECT_EQ(session.frameCaption.text(), "Titron - [" + shell::lowerCase(path("empty.tna")) + "]");
+    EXPECT_EQ(session.AnalysisChanged, shell::kUnchanged);
+}
+
+TEST_F(LoadAnalysisTest, RowLimitGrowsInStepsOfHundredPastFifteenHundred) {
+    std::string text;
+    for (int i = 1; i <= 1600; ++i) {
+        text += std::to_string(i * 10) + "\t1\t5\r\n";
+    }
+    ASSERT_EQ(open("long.txt", text), LoadOutcome::Loaded);
+    // 1600 lines + 1 (a line after the last CR LF) + start row 1 + 10 spare: 1700.
+    EXPECT_EQ(analyze.grdData().rowLimit(), 1700);
+    EXPECT_EQ(cell(0, 1700), "1700");
+    expectRow(1600, "16000", "1", "5", "");
+    EXPECT_EQ(analyze.grdData().textColour(2, 1650), (entry::Colour{0, 0, 255}));
+    EXPECT_EQ(analyze.grdData().firstVisibleRow(), 1);
+}
+
+TEST_F(LoadAnalysisTest, FilesThatCannotBeReadEndInTheLoadingFailureBox) {
+    auto expectFailure = [&](const std::string& file, const std::string& title) {
+        platform.clearTranscript();
+        EXPECT_EQ(analyze.openDocument(file), LoadOutcome::Failed) << file;
+        ASSERT_EQ(boxes().size(), 1u);
+        EXPECT_EQ(boxes()[0].request.title, title);
+        EXPECT_EQ(boxes()[0].request.text, "An error occurred loading the data.");
+        EXPECT_EQ(boxes()[0].request.icon, platform::Icon::Exclamation);
+        EXPECT_FALSE(platform.pointerBusy());
+    };
+    expectFailure(path("missing.tna"), "Titron ERROR #File not found");
+    expectFailure(directory.string(), "Titron ERROR #Path/File access error");
+    // The name's line never ends.
+    expectFailure(writeFile("noend.tna", "Analysis Name: x"),
+                  "Titron ERROR #Invalid procedure call or argument");
+    EXPECT_EQ(session.AnalysisFile, path("noend.tna"));
+}
+
+TEST_F(LoadAnalysisTest, RowLimitBeyondTheRowCounterFailsAndTheProgramGoesOn) {
+    std::string text;
+    for (int i = 0; i < 33000; ++i) {
+        text += "1\t1\t2\r\n";
+    }
+    EXPECT_EQ(open("huge.txt", text), LoadOutcome::Failed);
+    ASSERT_EQ(boxes().size(), 1u);
+    EXPECT_EQ(boxes()[0].request.title, "Titron ERROR #Overflow");
+    // A 32,000-row file still loads.
+    platform.clearTranscript();
+    text.resize(32000 * 7);
+    platform.queueAnswer(Answer::No);
+    EXPECT_EQ(open("big.txt", text), LoadOutcome::Loaded);
+    EXPECT_EQ(analyze.grdData().dataRowCount(), 32000);
+}
+
+TEST_F(LoadAnalysisTest, BinaryAndTabOnlyFilesLoadWithoutHarm) {
+    std::string binary;
+    for (int i = 0; i < 4096; ++i) {
+        binary += static_cast<char>((i * 7919) % 256);
+    }
+    EXPECT_EQ(open("bin.tna", binary), LoadOutcome::Loaded);
+    platform.queueAnswer(Answer::No);
+    EXPECT_NE(open("tabs.txt", std::string(10000, '\t')), LoadOutcome::Cancelled);
+    platform.queueAnswer(Answer::No);
+    EXPECT_EQ(open("cell.txt", "12" + std::string(9998, 'x') + "\t1\t2\r\n"), LoadOutcome::Loaded);
+    EXPECT_EQ(cell(1, 1).size(), 10000u);
+}
+
+} // namespace
+} // namespace titron::documents
