@@ -1,0 +1,187 @@
+#include "shell/command_line.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include "analysis/number_mask.h"
+#include "shell/text_routines.h"
+
+namespace titron::shell {
+namespace {
+
+namespace fs = std::filesystem;
+
+class CommandLineTest : public ::testing::Test {
+  protected:
+    CommandLineTest() {
+        directory = fs::temp_directory_path() /
+                    ("titron-cli-" + std::to_string(::getpid()) + "-" +
+                     ::testing::UnitTest::GetInstance()->current_test_info()->name());
+        fs::remove_all(directory);
+        fs::create_directories(directory);
+    }
+    ~CommandLineTest() override { fs::remove_all(directory); }
+
+    std::string file(const std::string& name, const std::string& bytes) {
+        const std::string p = (directory / name).string();
+        std::ofstream(p, std::ios::binary) << bytes;
+        return p;
+    }
+    static std::string read(const std::string& p) {
+        std::ifstream in(p, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(in), {});
+    }
+    int run(std::vector<std::string> arguments) {
+        out.str("");
+        err.str("");
+        return runCommandLine(arguments, out, err);
+    }
+
+    fs::path directory;
+    std::ostringstream out;
+    std::ostringstream err;
+};
+
+const std::string kSpleen = TITRON_EXAMPLES_DIR "/spleen-a.tna";
+
+TEST_F(CommandLineTest, ReportGoesToStandardOutputWithItsFileLine) {
+    EXPECT_EQ(run({"analyze", kSpleen}), kExitReport);
+    const std::string report = out.str();
+    EXPECT_EQ(report.rfind("Analysis Name: Spleen A\r\nIterations:     4\r\n", 0), 0u);
+    EXPECT_NE(report.find("1 in 11,503\r\n"), std::string::npos);
+    EXPECT_NE(report.find("END\r\n\r\nTitron Analysis File: [" + lowerCase(kSpleen) + "]\r\n"),
+              std::string::npos);
+    EXPECT_EQ(report.substr(report.size() - 20), "4\t\t30000\t\t22\t\t24\t\t\r\n");
+    EXPECT_EQ(err.str(), "");
+}
+
+TEST_F(CommandLineTest, BoxThatEndsTheAnalysisGoesToStandardErrorWithStatusTwo) {
+    EXPECT_EQ(run({"analyze", file("bad.txt", "100\t5\t3\r\n")}), kExitBox);
+    EXPECT_EQ(out.str(), "");
+    EXPECT_EQ(err.str(), "INVALID RESPONSES/NUMBER TESTED: Responses is greater than Number "
+                         "Tested:\n\n5 > 3\n");
+    EXPECT_EQ(run({"analyze", file("empty.txt", "")}), kExitBox);
+    EXPECT_EQ(err.str(), "NO DATA TO ANALYZE: No data to analyze.\n");
+    EXPECT_EQ(run({"analyze", file("word.txt", "100\tfive\t10\r\n")}), kExitBox);
+    EXPECT_EQ(err.str(), "INVALID ENTRY: Invalid entry: five\n");
+    EXPECT_EQ(run({"analyze", file("big.txt", "1E400\t1\t10\r\n")}), kExitBox);
+    EXPECT_EQ(err.str(), "Titron ERROR #6: An error occurred in the analysis.\n");
+}
+
+TEST_F(CommandLineTest, MissingNameIsANoteAndTheReportStands) {
+    EXPECT_EQ(run({"analyze", file("rows.txt", "1000\t2\t24\r\n3000\t6\t24\r\n")}), kExitReport);
+    EXPECT_EQ(out.str().rfind("Analysis Name: \r\n", 0), 0u);
+    EXPECT_EQ(err.str(), "note: ANALYSIS NAME: There is no Analysis Name.\n");
+}
+
+TEST_F(CommandLineTest, UnreadableFileIsStatusOne) {
+    EXPECT_EQ(run({"analyze", (directory / "none.tna").string()}), kExitUnreadable);
+    EXPECT_EQ(err.str(), "Titron ERROR #File not found: An error occurred loading the data.\n");
+    EXPECT_EQ(run({"analyze", directory.string()}), kExitUnreadable);
+}
+
+TEST_F(CommandLineTest, MorePassesAreAllowedTwentyAtATimeWithinTheLimit) {
+    // The halving estimate of this assay settles at pass 25.
+    const std::string slow = file("slow.txt", "0.001\t5\t10\r\n0.002\t8\t10\r\n");
+    EXPECT_EQ(run({"analyze", slow}), kExitReport);
+    EXPECT_NE(out.str().find("Iterations:     25\r\n"), std::string::npos);
+    EXPECT_EQ(run({"analyze", "--passes", "39", slow}), kExitNoConvergence);
+    EXPECT_EQ(out.str(), "");
+    EXPECT_EQ(err.str(), "no convergence after 20 passes (see --passes); no report\n");
+    EXPECT_EQ(run({"analyze", "--passes", "40", slow}), kExitReport);
+}
+
+TEST_F(CommandLineTest, SeveralFilesGiveSectionsSeparatedByFormFeedsAndTheWorstStatus) {
+    const std::string bad = file("bad.txt", "0\t1\t10\r\n");
+    EXPECT_EQ(run({"analyze", kSpleen, bad, kSpleen}), kExitBox);
+    const std::string text = out.str();
+    const std::size_t first = text.find("\f\r\n");
+    ASSERT_NE(first, std::string::npos);
+    EXPECT_EQ(text.substr(first, 6), "\f\r\n\f\r\n"); // the failed file's section is empty
+    EXPECT_EQ(text.substr(first + 6), text.substr(0, first));
+    EXPECT_EQ(err.str(), bad + ": INVALID DOSE: Invalid Dose: 0\n");
+}
+
+TEST_F(CommandLineTest, TsvGivesFullPrecisionFiguresThatRoundToTheReport) {
+    const std::string bad = file("bad.txt", "0\t1\t10\r\n");
+    EXPECT_EQ(run({"analyze", "--format", "tsv", kSpleen, bad}), kExitBox);
+    std::istringstream lines(out.str());
+    std::string heading, spleen, refused, extra;
+    std::getline(lines, heading);
+    std::getline(lines, spleen);
+    std::getline(lines, refused);
+    EXPECT_FALSE(std::getline(lines, extra));
+
+    const auto fields = [](const std::string& line) {
+        std::vector<std::string> result;
+        std::stringstream in(line);
+        for (std::string field; std::getline(in, field, '\t');) {
+            result.push_back(field);
+        }
+        if (!line.empty() && line.back() == '\t') {
+            result.push_back("");
+        }
+        return result;
+    };
+    ASSERT_EQ(fields(heading).size(), 17u);
+    const auto s = fields(spleen);
+    ASSERT_EQ(s.size(), 17u);
+    EXPECT_EQ(s[1], "Spleen A");
+    EXPECT_EQ(s[2], "report");
+    EXPECT_EQ(s[3], "4");
+    EXPECT_EQ(analysis::formatMask(std::stod(s[4]), "##0.00000"), "-9.35040");
+    EXPECT_EQ(analysis::formatMask(std::stod(s[5]), "#0.0000"), "0.1726");
+    EXPECT_EQ(analysis::formatMask(std::stod(s[11]), "###,###"), "11,503");
+    EXPECT_EQ(s[14], "3");
+    EXPECT_EQ(analysis::formatMask(std::stod(s[15]), "0.0000"), "0.9930");
+    EXPECT_GE(s[4].size(), 18u); // 17 significant digits and the sign
+    const auto r = fields(refused);
+    ASSERT_EQ(r.size(), 17u);
+    EXPECT_EQ(r[2], "INVALID DOSE");
+    EXPECT_EQ(r[4], "");
+}
+
+TEST_F(CommandLineTest, SaveWritesTheDocumentAsSaveWould) {
+    const std::string saved = (directory / "out.tna").string();
+    EXPECT_EQ(run({"analyze", "--save", saved, kSpleen}), kExitReport);
+    EXPECT_EQ(read(saved), out.str() + "\r\n");
+    EXPECT_EQ(run({"analyze", "--save", (directory / "no/such/dir.tna").string(), kSpleen}),
+              kExitUnreadable);
+}
+
+TEST_F(CommandLineTest, UsageErrorsAndHelp) {
+    EXPECT_EQ(run({"--help"}), kExitReport);
+    EXPECT_NE(out.str().find("--format"), std::string::npos);
+    EXPECT_EQ(run({}), kExitUsage);
+    EXPECT_EQ(run({"analyse", kSpleen}), kExitUsage);
+    EXPECT_EQ(run({"analyze"}), kExitUsage);
+    EXPECT_EQ(run({"analyze", "--passes", "many", kSpleen}), kExitUsage);
+    EXPECT_EQ(run({"analyze", "--format", "xml", kSpleen}), kExitUsage);
+    EXPECT_EQ(run({"analyze", "--save", "x.tna", kSpleen, kSpleen}), kExitUsage);
+    EXPECT_EQ(out.str(), "");
+}
+
+// The installed program writes the very bytes of the pane: CR LF line ends survive.
+TEST_F(CommandLineTest, ProgramWritesTheReportByteForByte) {
+    EXPECT_EQ(run({"analyze", kSpleen}), kExitReport);
+    const std::string expected = out.str();
+    const std::string command = std::string("'") + TITRON_CLI_PATH + "' analyze '" + kSpleen + "'";
+    FILE* pipe = ::popen(command.c_str(), "r");
+    ASSERT_NE(pipe, nullptr);
+    std::string actual;
+    char buffer[4096];
+    for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) {
+        actual.append(buffer, n);
+    }
+    const int status = ::pclose(pipe);
+    EXPECT_EQ(WEXITSTATUS(status), 0);
+    EXPECT_EQ(actual, expected);
+}
+
+} // namespace
+} // namespace titron::shell
