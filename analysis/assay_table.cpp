@@ -64,8 +64,7 @@ std::optional<CheckFailure> checkAssay(const AssayTable& table) {
         return CheckFailure{"NO RESPONSES", "Data with no Responses cannot be analyzed.", 0, 0};
     }
     if (totalResponses == totalTested) {
-        return CheckFailure{"100% RESPONSES", "Data with 100% Responses cannot be analyzed.", 0,
-                            0};
+        return CheckFailure{"100% RESPONSES", "Data with 100% Responses cannot be analyzed.", 0, 0};
     }
     return std::nullopt;
 }

@@ -16,7 +16,9 @@ double finite(double x) {
     return x;
 }
 
-double exp(double x) { return finite(std::exp(finite(x))); }
+double exp(double x) {
+    return finite(std::exp(finite(x)));
+}
 
 double log(double x) {
     if (!(x > 0.0)) {

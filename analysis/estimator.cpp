@@ -97,8 +97,8 @@ Estimate estimateLogProportion(const AssayTable& table, const MorePassesQuestion
             if (p > 0.0 && p < 1.0) {
                 const double residual = observed[i] - p;
                 pearsonChi = checked::finite(
-                    pearsonChi + checked::divide(checked::finite(residual * residual * n),
-                                                 (1.0 - p) * p));
+                    pearsonChi +
+                    checked::divide(checked::finite(residual * residual * n), (1.0 - p) * p));
             }
         }
 

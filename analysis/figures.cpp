@@ -25,9 +25,8 @@ Figures computeFigures(const Estimate& estimate, int rows) {
     const double b = estimate.logProportion;
     f.logProportion = b;
     f.proportion = checked::exp(b);
-    f.se = estimate.sumWeight == 0.0
-               ? 1.0
-               : checked::pow(checked::divide(1.0, estimate.sumWeight), 0.5);
+    f.se = estimate.sumWeight == 0.0 ? 1.0
+                                     : checked::pow(checked::divide(1.0, estimate.sumWeight), 0.5);
     f.proportionPlus = checked::exp(checked::finite(b + f.se));
     f.proportionMinus = checked::exp(checked::finite(b - f.se));
     f.upperLimit = checked::exp(checked::finite(b + checked::finite(kNormal95 * f.se)));

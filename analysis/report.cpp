@@ -10,7 +10,9 @@ namespace titron::analysis {
 
 namespace {
 
-std::string blanks(int count) { return std::string(static_cast<std::size_t>(count), ' '); }
+std::string blanks(int count) {
+    return std::string(static_cast<std::size_t>(count), ' ');
+}
 
 std::string frequency(double proportion) {
     return formatMask(checked::divide(1.0, proportion), "###,###");
@@ -78,12 +80,12 @@ std::string reportText(const Figures& f, std::string_view name, std::string_view
     }
 
     text += proportionLine("    Proportion:", 15, f.proportion, "Frequency:", 11) + crlf;
-    text += proportionLine("    Proportion - 1 S.E.:", 6, f.proportionMinus,
-                           "Frequency - 1 S.E.:", 2) +
-            crlf;
-    text += proportionLine("    Proportion + 1 S.E.:", 6, f.proportionPlus,
-                           "Frequency + 1 S.E.:", 2) +
-            crlf + crlf;
+    text +=
+        proportionLine("    Proportion - 1 S.E.:", 6, f.proportionMinus, "Frequency - 1 S.E.:", 2) +
+        crlf;
+    text +=
+        proportionLine("    Proportion + 1 S.E.:", 6, f.proportionPlus, "Frequency + 1 S.E.:", 2) +
+        crlf + crlf;
     text += "  95% Confidence Interval" + crlf;
     text += proportionLine("    Lower Proportion:", 9, f.lowerLimit, "Lower Frequency:", 5) + crlf;
     text += proportionLine("    Upper Proportion:", 9, f.upperLimit, "Upper Frequency:", 5) + crlf;

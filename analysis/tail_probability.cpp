@@ -11,8 +11,7 @@ double fnNormalTwoTail(double z) {
     // The density constant is 1/sqrt(2 pi) to ten digits, as the approximation prints it.
     const double d = 0.3989422804 * checked::exp(-z * z / 2.0);
     const double q =
-        ((((1.330274429 * t - 1.821255978) * t + 1.781477937) * t - 0.356563782) * t +
-         0.31938153);
+        ((((1.330274429 * t - 1.821255978) * t + 1.781477937) * t - 0.356563782) * t + 0.31938153);
     const double p = 1.0 - q * (t * d);
     return (1.0 - p) + (1.0 - p);
 }
@@ -22,8 +21,8 @@ namespace {
 // Wilson-Hilferty: the cube root of chi-square over df is close to normal. The exponent
 // is the ten-digit constant, not an exact third.
 double largeDfTail(double x, int df) {
-    const double u = checked::pow(checked::divide(x, df), 0.3333333333) - 1.0 +
-                     checked::divide(2.0, 9.0 * df);
+    const double u =
+        checked::pow(checked::divide(x, df), 0.3333333333) - 1.0 + checked::divide(2.0, 9.0 * df);
     const double s = checked::sqrt(checked::divide(2.0 / 9.0, df));
     const double v = checked::divide(u, s);
     double q = fnNormalTwoTail(std::fabs(v)) / 2.0;

@@ -14,8 +14,8 @@
 
 namespace {
 
-using titron::documents::Analyze;
 using titron::documents::AnalysisRun;
+using titron::documents::Analyze;
 
 constexpr int kTested = 24;
 // Frequency of responding units per unit of dose in the single-hit model.

@@ -79,7 +79,9 @@ int runProcess(const std::vector<std::string>& arguments, const char* outPath = 
     return status;
 }
 
-bool exitedWell(int status) { return status >= 0 && WIFEXITED(status) && WEXITSTATUS(status) == 0; }
+bool exitedWell(int status) {
+    return status >= 0 && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
 
 // One four-row analysis file per run of the command, like the Spleen A example, with its
 // own name and responses drawn from the single-hit model at a frequency around 1 in 10,000
@@ -98,7 +100,8 @@ std::vector<std::string> makeAnalysisFiles(const fs::path& directory) {
             const double frequency = 1e-4 * std::exp(logSpread(random));
             total = 0;
             for (int row = 0; row < 4; ++row) {
-                std::binomial_distribution<int> draw(tested, 1.0 - std::exp(-frequency * doses[row]));
+                std::binomial_distribution<int> draw(tested,
+                                                     1.0 - std::exp(-frequency * doses[row]));
                 responses[row] = draw(random);
                 total += responses[row];
             }

@@ -54,7 +54,9 @@ void Analyze::setFocus(Control control) {
     }
 }
 
-bool Analyze::reportPresent() const { return m_results.text().size() >= kReportMinimumLength; }
+bool Analyze::reportPresent() const {
+    return m_results.text().size() >= kReportMinimumLength;
+}
 
 void Analyze::resetPane() {
     m_results.setText(kEmptyResults);
@@ -70,7 +72,9 @@ void Analyze::subFormatResults() {
     m_results.format(kResultsColour, std::move(stops));
 }
 
-void Analyze::subNumberRows() { entry::numberRows(m_grid); }
+void Analyze::subNumberRows() {
+    entry::numberRows(m_grid);
+}
 
 // The first edit after a load, a new document or a save takes the report off the screen;
 // later edits leave an unsaved report standing.

@@ -24,8 +24,8 @@ enum class Control { None, AnalysisName, Grid, Results };
 struct AnalysisRun {
     enum class Ending { Report, Box, NoConvergence };
     Ending ending = Ending::Box;
-    platform::MessageBoxRequest box;         // the box that ended it, for Ending::Box
-    bool noNameNote = false;                 // the report came with "There is no Analysis Name."
+    platform::MessageBoxRequest box;          // the box that ended it, for Ending::Box
+    bool noNameNote = false;                  // the report came with "There is no Analysis Name."
     std::optional<analysis::Figures> figures; // for Ending::Report
 };
 

@@ -62,7 +62,9 @@ analysis::AssayTable readTable(entry::Grid& grid, ReadPosition& at) {
 
 } // namespace
 
-void Analyze::subAnalyze() { runAnalysis(); }
+void Analyze::subAnalyze() {
+    runAnalysis();
+}
 
 AnalysisRun Analyze::endWithBox(const MessageBoxRequest& box) {
     m_platform.dialogs.messageBox(box);

@@ -166,8 +166,7 @@ LoadOutcome Analyze::subLoadAnalysis() {
             std::replace(text.begin(), text.end(), ',', ' ');
         }
 
-        const auto lines =
-            1 + (text.empty() ? 0 : std::count(text.begin() + 1, text.end(), '\r'));
+        const auto lines = 1 + (text.empty() ? 0 : std::count(text.begin() + 1, text.end(), '\r'));
         std::int64_t rowLimit = m_grid.rowLimit();
         if (lines + startRow + kRowsToSpare > rowLimit) {
             while (lines + startRow + kRowsToSpare > rowLimit) {
@@ -210,8 +209,8 @@ LoadOutcome Analyze::subLoadAnalysis() {
     } catch (const Failure& failure) {
         m_platform.pointer.setBusy(false);
         m_platform.dialogs.messageBox({"Titron ERROR #" + failure.description(),
-                                       "An error occurred loading the data.",
-                                       platform::Buttons::Ok, platform::Icon::Exclamation, 1});
+                                       "An error occurred loading the data.", platform::Buttons::Ok,
+                                       platform::Icon::Exclamation, 1});
         return LoadOutcome::Failed;
     }
 }

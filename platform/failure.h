@@ -9,8 +9,8 @@ namespace titron::platform {
 
 // Failure numbers that the program's own operations raise.
 namespace failure {
-inline constexpr int InvalidCall = 5;   // log of a non-positive number, bad argument
-inline constexpr int Overflow = 6;      // result out of range, 0/0, integer too large
+inline constexpr int InvalidCall = 5; // log of a non-positive number, bad argument
+inline constexpr int Overflow = 6;    // result out of range, 0/0, integer too large
 inline constexpr int OutOfMemory = 7;
 inline constexpr int DivisionByZero = 11; // a non-zero number divided by 0
 inline constexpr int TypeMismatch = 13;   // text that is no number

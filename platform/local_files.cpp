@@ -22,12 +22,16 @@ namespace {
 Failure failureOf(int error) {
     switch (error) {
     case ENOENT:
-    case ENOTDIR: return Failure(failure::FileNotFound);
+    case ENOTDIR:
+        return Failure(failure::FileNotFound);
     case EACCES:
     case EPERM:
-    case EROFS: return Failure(failure::PermissionDenied);
-    case ENOMEM: return Failure(failure::OutOfMemory);
-    default: return Failure(failure::PathFileAccess);
+    case EROFS:
+        return Failure(failure::PermissionDenied);
+    case ENOMEM:
+        return Failure(failure::OutOfMemory);
+    default:
+        return Failure(failure::PathFileAccess);
     }
 }
 

@@ -2,7 +2,8 @@
 
 namespace titron::platform {
 
-ScriptedPlatform::ScriptedPlatform() : m_services{*this, *this, *this, m_files, *this, *this} {}
+ScriptedPlatform::ScriptedPlatform() : m_services{*this, *this, *this, m_files, *this, *this} {
+}
 
 void ScriptedPlatform::clearTranscript() {
     m_boxes.clear();
@@ -16,12 +17,18 @@ Answer defaultAnswer(const MessageBoxRequest& request) {
         return index < buttons.size() ? *(buttons.begin() + index) : *buttons.begin();
     };
     switch (request.buttons) {
-    case Buttons::Ok: return Answer::Ok;
-    case Buttons::OkCancel: return pick({Answer::Ok, Answer::Cancel});
-    case Buttons::AbortRetryIgnore: return pick({Answer::Abort, Answer::Retry, Answer::Ignore});
-    case Buttons::YesNoCancel: return pick({Answer::Yes, Answer::No, Answer::Cancel});
-    case Buttons::YesNo: return pick({Answer::Yes, Answer::No});
-    case Buttons::RetryCancel: return pick({Answer::Retry, Answer::Cancel});
+    case Buttons::Ok:
+        return Answer::Ok;
+    case Buttons::OkCancel:
+        return pick({Answer::Ok, Answer::Cancel});
+    case Buttons::AbortRetryIgnore:
+        return pick({Answer::Abort, Answer::Retry, Answer::Ignore});
+    case Buttons::YesNoCancel:
+        return pick({Answer::Yes, Answer::No, Answer::Cancel});
+    case Buttons::YesNo:
+        return pick({Answer::Yes, Answer::No});
+    case Buttons::RetryCancel:
+        return pick({Answer::Retry, Answer::Cancel});
     }
     return Answer::Ok;
 }
@@ -55,7 +62,9 @@ void ScriptedPlatform::setBusy(bool busy) {
     m_transcript.push_back(busy ? "pointer busy" : "pointer normal");
 }
 
-void ScriptedPlatform::processQueuedEvents() { m_transcript.push_back("events"); }
+void ScriptedPlatform::processQueuedEvents() {
+    m_transcript.push_back("events");
+}
 
 void ScriptedPlatform::wait(int milliseconds) {
     m_transcript.push_back("wait " + std::to_string(milliseconds));

@@ -24,7 +24,10 @@ struct ShownInput {
     std::string answer;
 };
 
-class ScriptedPlatform : public Dialogs, public Pointer, public EventLoop, public Clipboard,
+class ScriptedPlatform : public Dialogs,
+                         public Pointer,
+                         public EventLoop,
+                         public Clipboard,
                          public Clock {
   public:
     ScriptedPlatform();

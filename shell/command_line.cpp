@@ -224,9 +224,9 @@ void writeTsvLine(std::ostream& out, const std::string& file, const FileResult& 
         return;
     }
     const analysis::Figures& f = *r.figures;
-    for (double value : {f.logProportion, f.se, f.proportion, f.proportionMinus, f.proportionPlus,
-                         f.lowerLimit, f.upperLimit, 1.0 / f.proportion, f.pearsonChi,
-                         f.deviance}) {
+    for (double value :
+         {f.logProportion, f.se, f.proportion, f.proportionMinus, f.proportionPlus, f.lowerLimit,
+          f.upperLimit, 1.0 / f.proportion, f.pearsonChi, f.deviance}) {
         out << '\t' << fullPrecision(value);
     }
     out << '\t';

@@ -17,7 +17,6 @@ inline constexpr int kExitNoConvergence = 3;
 inline constexpr int kExitUsage = 64;
 
 // Runs the command line (arguments without the program name); returns the exit status.
-int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
-                   std::ostream& err);
+int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err);
 
 } // namespace titron::shell

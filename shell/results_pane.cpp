@@ -5,7 +5,8 @@
 namespace titron::shell {
 
 ResultsPane::ResultsPane(FontSpec font, std::string text)
-    : m_font(std::move(font)), m_text(std::move(text)) {}
+    : m_font(std::move(font)), m_text(std::move(text)) {
+}
 
 void ResultsPane::setText(std::string_view text) {
     m_text.assign(text);

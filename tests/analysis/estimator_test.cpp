@@ -10,7 +10,9 @@
 namespace titron::analysis {
 namespace {
 
-AssayTable table(std::initializer_list<AssayRow> rows) { return AssayTable(rows); }
+AssayTable table(std::initializer_list<AssayRow> rows) {
+    return AssayTable(rows);
+}
 
 // Counts the questions asked and answers each with the next of a list (0 when exhausted).
 struct Answers {

@@ -109,16 +109,15 @@ TEST(ReportTextTest, SingleRowHasNoTestSectionAndNoEnd) {
 TEST(ReportTextTest, VariableBlanksKeepDecimalPointsAligned) {
     Figures f = fourRowFigures();
     f.logProportion = -12.34567;
-    EXPECT_NE(reportText(f, "", "", "").find("    Log Proportion: " + std::string(8, ' ') +
-                                               "-12.34567       S.E."),
+    EXPECT_NE(reportText(f, "", "", "")
+                  .find("    Log Proportion: " + std::string(8, ' ') + "-12.34567       S.E."),
               std::string::npos);
     f.logProportion = -123.45678;
-    EXPECT_NE(reportText(f, "", "", "").find("Log Proportion: " + std::string(7, ' ') +
-                                               "-123.45678"),
-              std::string::npos);
+    EXPECT_NE(
+        reportText(f, "", "", "").find("Log Proportion: " + std::string(7, ' ') + "-123.45678"),
+        std::string::npos);
     f.logProportion = 0.5;
-    EXPECT_NE(reportText(f, "", "", "").find("Log Proportion: " + std::string(10, ' ') +
-                                               "0.50000"),
+    EXPECT_NE(reportText(f, "", "", "").find("Log Proportion: " + std::string(10, ' ') + "0.50000"),
               std::string::npos);
 
     f.pearsonChi = 1234.567; // as wide a gap as 123.456: the columns behind shift by one
@@ -146,8 +145,9 @@ TEST(ReportTextTest, ZeroStatisticLeavesItsPValueEmpty) {
     Figures f = fourRowFigures();
     f.deviance = 0.0;
     f.devianceP.reset();
-    EXPECT_NE(reportText(f, "", "", "").find("(Deviance):    0.000         p-value:             \r\n"),
-              std::string::npos);
+    EXPECT_NE(
+        reportText(f, "", "", "").find("(Deviance):    0.000         p-value:             \r\n"),
+        std::string::npos);
 }
 
 TEST(ReportTextTest, WarningOfTheModelFollowsTheLogProportionLine) {
@@ -171,7 +171,8 @@ TEST(ReportTextTest, LowerLimitOfZeroIsADivisionByZero) {
 }
 
 TEST(ReportTextTest, NameIsPrintedAsTypedWithItsBlanks) {
-    EXPECT_EQ(reportText(fourRowFigures(), "  two  blanks ", "", "").rfind("Analysis Name:   two  blanks \r\n", 0),
+    EXPECT_EQ(reportText(fourRowFigures(), "  two  blanks ", "", "")
+                  .rfind("Analysis Name:   two  blanks \r\n", 0),
               0u);
 }
 

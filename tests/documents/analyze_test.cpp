@@ -180,8 +180,12 @@ TEST_F(SubAnalyzeTest, BlanksInsideNumbersAreIgnoredAndOverflowIsFailureSix) {
 TEST_F(SubAnalyzeTest, ArithmeticFailureDropsTheReportAndKeepsTheFlag) {
     // Five tiny doses pull the start value so high that exp(eta) of the large dose
     // overflows in the first pass.
-    type({{"1E-300", "1", "2", ""}, {"1E-300", "1", "2", ""}, {"1E-300", "1", "2", ""},
-          {"1E-300", "1", "2", ""}, {"1E-300", "1", "2", ""}, {"1E100", "1", "2", ""}});
+    type({{"1E-300", "1", "2", ""},
+          {"1E-300", "1", "2", ""},
+          {"1E-300", "1", "2", ""},
+          {"1E-300", "1", "2", ""},
+          {"1E-300", "1", "2", ""},
+          {"1E100", "1", "2", ""}});
     session.AnalysisChanged = shell::kUnchanged;
     analyze.subAnalyze();
     ASSERT_EQ(boxes().size(), 1u);

@@ -49,7 +49,8 @@ TEST_F(LoadAnalysisTest, TableFormWithANameFillsNameGridAndPane) {
     expectRow(2, "100000000", "23", "24", "second plate");
     EXPECT_EQ(analyze.grdData().dataRowCount(), 2);
     EXPECT_EQ(session.AnalysisChanged, shell::kUnchanged);
-    EXPECT_EQ(session.frameCaption.text(), "Titron - [" + shell::lowerCase(path("spleen.tna")) + "]");
+    EXPECT_EQ(session.frameCaption.text(),
+              "Titron - [" + shell::lowerCase(path("spleen.tna")) + "]");
     EXPECT_TRUE(boxes().empty());
     EXPECT_FALSE(platform.pointerBusy());
 }
@@ -190,7 +191,8 @@ TEST_F(LoadAnalysisTest, EmptyFileLeavesEmptyRowsTheEmptyPaneAndTheCaptionOnTheP
     ASSERT_EQ(open("empty.tna", ""), LoadOutcome::Loaded);
     EXPECT_EQ(analyze.grdData().dataRowCount(), 0);
     EXPECT_EQ(pane(), kEmptyResults);
-    EXPECT_EQ(session.frameCaption.text(), "Titron - [" + shell::lowerCase(path("empty.tna")) + "]");
+    EXPECT_EQ(session.frameCaption.text(),
+              "Titron - [" + shell::lowerCase(path("empty.tna")) + "]");
     EXPECT_EQ(session.AnalysisChanged, shell::kUnchanged);
 }
 
