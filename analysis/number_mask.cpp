@@ -1,13 +1,14 @@
 #include "analysis/number_mask.h"
 
-#include "analysis/number_text.h"
-#include "platform/failure.h"
-
 #include <array>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
 #include <string>
+
+#include "analysis/decimal_digits.h"
+#include "analysis/number_text.h"
+#include "platform/failure.h"
 
 namespace titron::analysis {
 
@@ -83,18 +84,7 @@ std::string formatMask(double value, std::string_view mask) {
     std::string fraction;
     const double magnitude = std::fabs(value);
     if (magnitude != 0.0) {
-        char buffer[40];
-        const auto result = std::to_chars(buffer, buffer + sizeof buffer, magnitude,
-                                          std::chars_format::scientific, 14);
-        const std::string_view sci(buffer, static_cast<std::size_t>(result.ptr - buffer));
-        const std::size_t ePos = sci.find('e');
-        std::string digits;
-        digits += sci[0];
-        digits.append(sci.substr(2, ePos - 2));
-        int exponent = 0;
-        const std::string_view expText = sci.substr(ePos + 1);
-        std::from_chars(expText.data() + (expText[0] == '+' ? 1 : 0),
-                        expText.data() + expText.size(), exponent);
+        const auto [digits, exponent] = significantDigits(magnitude);
         if (exponent >= 0) {
             const auto intDigits = static_cast<std::size_t>(exponent) + 1;
             if (digits.size() <= intDigits) {

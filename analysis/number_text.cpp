@@ -1,13 +1,14 @@
 #include "analysis/number_text.h"
 
-#include "platform/failure.h"
-
 #include <charconv>
 #include <cmath>
 #include <cstddef>
 #include <limits>
 #include <string>
 #include <system_error>
+
+#include "analysis/decimal_digits.h"
+#include "platform/failure.h"
 
 namespace titron::analysis {
 
@@ -258,19 +259,7 @@ std::string generalNumber(double v) {
         return "0";
     }
 
-    // 15 significant digits, "d.dddddddddddddde+xx", independent of the locale.
-    char buffer[40];
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, std::fabs(v),
-                                      std::chars_format::scientific, 14);
-    const std::string_view sci(buffer, static_cast<std::size_t>(result.ptr - buffer));
-    const std::size_t ePos = sci.find('e');
-    std::string digits;
-    digits += sci[0];
-    digits.append(sci.substr(2, ePos - 2));
-    int exponent = 0;
-    const std::string_view expText = sci.substr(ePos + 1);
-    std::from_chars(expText.data() + (expText[0] == '+' ? 1 : 0), expText.data() + expText.size(),
-                    exponent);
+    auto [digits, exponent] = significantDigits(v);
     while (digits.size() > 1 && digits.back() == '0') {
         digits.pop_back();
     }

@@ -1,11 +1,11 @@
 #include "entry/grid.h"
 
-#include "platform/failure.h"
-#include "platform/platform.h"
-
 #include <algorithm>
 #include <cstddef>
 #include <utility>
+
+#include "platform/failure.h"
+#include "platform/platform.h"
 
 namespace titron::entry {
 

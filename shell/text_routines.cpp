@@ -1,11 +1,11 @@
 #include "shell/text_routines.h"
 
-#include "platform/failure.h"
-
 #include <cstddef>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include "platform/failure.h"
 
 namespace titron::shell {
 
