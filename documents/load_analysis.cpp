@@ -63,6 +63,20 @@ void commasToTabs(std::string& text, int columns) {
     }
 }
 
+// Lines of the table: one more than its line ends behind the first character. Each CR is
+// a line end, and so is a LF without a CR before it: the grid's clip writing ends a row at
+// either, and a file from a program that ends its lines in LF alone must find as many rows
+// as it has lines, or its last rows would be cut off at the row limit.
+std::int64_t countLines(const std::string& text) {
+    std::int64_t ends = 0;
+    for (std::size_t i = 1; i < text.size(); ++i) {
+        if (text[i] == '\r' || (text[i] == '\n' && text[i - 1] != '\r')) {
+            ++ends;
+        }
+    }
+    return ends + 1;
+}
+
 } // namespace
 
 LoadOutcome Analyze::openDocument(const std::string& path) {
@@ -166,7 +180,7 @@ LoadOutcome Analyze::subLoadAnalysis() {
             std::replace(text.begin(), text.end(), ',', ' ');
         }
 
-        const auto lines = 1 + (text.empty() ? 0 : std::count(text.begin() + 1, text.end(), '\r'));
+        const std::int64_t lines = countLines(text);
         std::int64_t rowLimit = m_grid.rowLimit();
         if (lines + startRow + kRowsToSpare > rowLimit) {
             while (lines + startRow + kRowsToSpare > rowLimit) {

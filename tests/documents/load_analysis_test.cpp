@@ -137,9 +137,15 @@ TEST_F(LoadAnalysisTest, BareLineFeedFileHasNoFirstLineSoItsCommasBecomeBlanks) 
     ASSERT_EQ(open("lf.csv", "10,1,5\n20,2,5\n"), LoadOutcome::Loaded);
     expectRow(1, "10 1 5", "", "", "");
     expectRow(2, "20 2 5", "", "", "");
-    // Tab-separated rows with bare line feeds still land in their columns.
-    ASSERT_EQ(open("lf.txt", "10\t1\t5\n20\t2\t5\n"), LoadOutcome::Loaded);
-    expectRow(2, "20", "2", "5", "");
+    // Tab-separated rows with bare line feeds still land in their columns, all of them.
+    std::string rows;
+    for (int i = 1; i <= 300; ++i) {
+        rows += std::to_string(i) + "\t1\t5\tnote\n";
+    }
+    ASSERT_EQ(open("lf.txt", rows), LoadOutcome::Loaded);
+    expectRow(2, "2", "1", "5", "note");
+    expectRow(300, "300", "1", "5", "note");
+    EXPECT_EQ(analyze.grdData().rowLimit(), 400);
 }
 
 TEST_F(LoadAnalysisTest, AppendAddsRowsBelowAndDropsTheFilesHeadingLine) {
