@@ -139,24 +139,6 @@ TEST(EstimatorTest, ExponentialOverflowIsFailureSix) {
     }
 }
 
-TEST(FiguresTest, FourRowAssayLimitsAndTests) {
-    Answers none;
-    const Estimate e = estimateLogProportion(
-        table({{1000, 2, 24}, {3000, 6, 24}, {10000, 14, 24}, {30000, 22, 24}}), none.question());
-    const Figures f = computeFigures(e, 4);
-    EXPECT_NEAR(f.se, 0.172638, 5e-7);
-    EXPECT_NEAR(f.proportion, 0.0000869, 5e-8);
-    EXPECT_NEAR(f.proportionMinus, 0.0000731, 5e-8);
-    EXPECT_NEAR(f.proportionPlus, 0.0001033, 5e-8);
-    EXPECT_NEAR(f.lowerLimit, 0.0000620, 5e-8);
-    EXPECT_NEAR(f.upperLimit, 0.0001219, 5e-8);
-    EXPECT_EQ(f.df, 3);
-    EXPECT_NEAR(*f.pearsonP, 0.9930, 5e-5);
-    EXPECT_NEAR(*f.devianceP, 0.9933, 5e-5);
-    EXPECT_FALSE(f.inconsistentWithModel);
-    EXPECT_FALSE(f.poorFit);
-}
-
 TEST(FiguresTest, OnlyThePearsonTestWarnsOfAPoorFit) {
     Estimate e;
     e.logProportion = -5.0;

@@ -19,17 +19,6 @@ Figures fourRowFigures() {
     return computeFigures(e, 4);
 }
 
-// Lines of a report between its start and a marker, split at CR LF.
-std::vector<std::string> lines(const std::string& text) {
-    std::vector<std::string> result;
-    std::size_t start = 0;
-    for (std::size_t end; (end = text.find("\r\n", start)) != std::string::npos; start = end + 2) {
-        result.push_back(text.substr(start, end - start));
-    }
-    result.push_back(text.substr(start));
-    return result;
-}
-
 TEST(ReportTextTest, FourRowExampleWithoutItsTableIsExact) {
     const std::string expected =
         "Analysis Name: Spleen A\r\n"
@@ -53,18 +42,6 @@ TEST(ReportTextTest, FourRowExampleWithoutItsTableIsExact) {
         "\r\n"
         "TABLE\r\n";
     EXPECT_EQ(reportText(fourRowFigures(), "Spleen A", "", "TABLE\r\n"), expected);
-}
-
-TEST(ReportTextTest, ValuesAndSecondLabelsStandInTheirColumns) {
-    for (const std::string& line : lines(reportText(fourRowFigures(), "x", "", ""))) {
-        if (line.find("Frequency") != std::string::npos ||
-            line.find("S.E. of Log") != std::string::npos ||
-            line.find("p-value") != std::string::npos) {
-            EXPECT_NE(line[30], ' ') << line; // first value at 30 (a sign stands before it)
-            EXPECT_NE(line[44], ' ') << line; // second label at 44
-            EXPECT_NE(line[65], ' ') << line; // second value at 65
-        }
-    }
 }
 
 TEST(ReportTextTest, FileLineNamesTheFileInLowerCaseBeforeTheTable) {
