@@ -8,6 +8,7 @@
 #include <random>
 #include <string>
 
+#include "bench/bench_support.h"
 #include "documents/analyze.h"
 #include "platform/scripted_platform.h"
 #include "shell/session.h"
@@ -17,16 +18,9 @@ namespace {
 using titron::documents::AnalysisRun;
 using titron::documents::Analyze;
 
-constexpr int kTested = 24;
-// Frequency of responding units per unit of dose in the single-hit model.
-constexpr double kFrequency = 1e-4;
-constexpr double kLowestDose = 10.0;
-constexpr double kHighestDose = 1e6;
 constexpr unsigned kSeed = 20261123;
 
-// One document with an assay of the given number of rows: doses spaced geometrically from
-// kLowestDose to kHighestDose, kTested units per row, responses drawn from the single-hit
-// model with a fixed seed (so every run of the benchmark analyses the same table).
+// One document holding the geometric assay of the given number of rows.
 struct Document {
     titron::platform::ScriptedPlatform platform;
     titron::shell::Session session;
@@ -40,23 +34,18 @@ struct Document {
         if (grid.rowLimit() < rows) {
             grid.setRowLimit(rows);
         }
-        std::mt19937 random(kSeed);
         long totalResponses = 0;
-        char text[32];
-        for (int row = 1; row <= rows; ++row) {
-            const double step = rows == 1 ? 0.0 : double(row - 1) / double(rows - 1);
-            const double dose =
-                std::round(kLowestDose * std::pow(kHighestDose / kLowestDose, step));
-            const double p = 1.0 - std::exp(-kFrequency * dose);
-            std::binomial_distribution<int> responses(kTested, p);
-            const int r = responses(random);
-            totalResponses += r;
-            std::snprintf(text, sizeof text, "%.0f", dose);
-            grid.setCell(1, row, text);
-            grid.setCell(2, row, std::to_string(r));
-            grid.setCell(3, row, std::to_string(kTested));
+        long totalTested = 0;
+        int row = 0;
+        for (const auto& data : titron::bench::geometricAssay(rows, kSeed)) {
+            ++row;
+            grid.setCell(1, row, std::to_string(data.dose));
+            grid.setCell(2, row, std::to_string(data.responses));
+            grid.setCell(3, row, std::to_string(data.tested));
+            totalResponses += data.responses;
+            totalTested += data.tested;
         }
-        usable = totalResponses > 0 && totalResponses < long(rows) * kTested;
+        usable = totalResponses > 0 && totalResponses < totalTested;
         platform.clearTranscript();
     }
 };

@@ -18,36 +18,19 @@
 #include <string>
 #include <vector>
 
+#include "bench/bench_support.h"
+
 extern char** environ;
 
 namespace {
+
+using titron::bench::ScratchDirectory;
 
 namespace fs = std::filesystem;
 
 constexpr const char* kCli = TITRON_CLI_PATH;
 constexpr const char* kExamples = TITRON_EXAMPLES_DIR;
 constexpr int kFiles = 10000;
-
-class ScratchDirectory {
-  public:
-    ScratchDirectory() {
-        std::string pattern = (fs::temp_directory_path() / "titron-cli-bench-XXXXXX").string();
-        if (::mkdtemp(pattern.data()) == nullptr) {
-            throw std::runtime_error("cannot make a scratch directory under " + pattern);
-        }
-        m_path = pattern;
-    }
-    ~ScratchDirectory() {
-        std::error_code ignored;
-        fs::remove_all(m_path, ignored);
-    }
-    ScratchDirectory(const ScratchDirectory&) = delete;
-    ScratchDirectory& operator=(const ScratchDirectory&) = delete;
-    const fs::path& path() const { return m_path; }
-
-  private:
-    fs::path m_path;
-};
 
 // Runs the program with the arguments, standard output to outPath (standard error to
 // /dev/null), and returns its wait status, or -1 when it couldn't be started.

@@ -12,11 +12,14 @@
 #include <stdexcept>
 #include <string>
 
+#include "bench/bench_support.h"
 #include "documents/analyze.h"
 #include "platform/scripted_platform.h"
 #include "shell/session.h"
 
 namespace {
+
+using titron::bench::ScratchDirectory;
 
 namespace fs = std::filesystem;
 using titron::documents::AnalysisRun;
@@ -24,33 +27,7 @@ using titron::documents::Analyze;
 using titron::documents::LoadOutcome;
 
 constexpr int kRows = 30000;
-constexpr int kTested = 24;
-constexpr double kFrequency = 1e-4;
-constexpr double kLowestDose = 10.0;
-constexpr double kHighestDose = 1e6;
 constexpr unsigned kSeed = 20261124;
-
-// A directory made for this run, removed with everything in it when the program ends.
-class ScratchDirectory {
-  public:
-    ScratchDirectory() {
-        std::string pattern = (fs::temp_directory_path() / "titron-load-bench-XXXXXX").string();
-        if (::mkdtemp(pattern.data()) == nullptr) {
-            throw std::runtime_error("cannot make a scratch directory under " + pattern);
-        }
-        m_path = pattern;
-    }
-    ~ScratchDirectory() {
-        std::error_code ignored;
-        fs::remove_all(m_path, ignored);
-    }
-    ScratchDirectory(const ScratchDirectory&) = delete;
-    ScratchDirectory& operator=(const ScratchDirectory&) = delete;
-    const fs::path& path() const { return m_path; }
-
-  private:
-    fs::path m_path;
-};
 
 // The text file of kRows rows with a heading line, Tab between fields, CR LF line ends:
 // doses spaced geometrically, responses drawn from the single-hit model, fixed seed.
@@ -60,14 +37,10 @@ const std::string& rowsFile() {
         const fs::path file = directory.path() / "rows-30000.txt";
         std::ofstream out(file, std::ios::binary);
         out << "Dose\tResponses\tTested\r\n";
-        std::mt19937 random(kSeed);
         char line[64];
-        for (int row = 1; row <= kRows; ++row) {
-            const double step = double(row - 1) / double(kRows - 1);
-            const double dose =
-                std::round(kLowestDose * std::pow(kHighestDose / kLowestDose, step));
-            std::binomial_distribution<int> responses(kTested, 1.0 - std::exp(-kFrequency * dose));
-            std::snprintf(line, sizeof line, "%.0f\t%d\t%d\r\n", dose, responses(random), kTested);
+        for (const auto& row : titron::bench::geometricAssay(kRows, kSeed)) {
+            std::snprintf(line, sizeof line, "%ld\t%d\t%d\r\n", row.dose, row.responses,
+                          row.tested);
             out << line;
         }
         out.close();

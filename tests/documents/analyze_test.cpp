@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "analyze_fixture.h"
+#include "tests/worked_examples.h"
 
 namespace titron::documents {
 namespace {
@@ -40,31 +41,12 @@ TEST_F(SubAnalyzeTest, FourRowExampleFillsThePaneMarksTheDocumentAndFormatsIt) {
     const AnalysisRun run = analyze.runAnalysis();
     ASSERT_EQ(run.ending, AnalysisRun::Ending::Report);
     // The worked example of the report, table included, to the byte.
-    EXPECT_EQ(pane(),
-              "Analysis Name: Spleen A\r\n"
-              "Iterations:     4\r\n"
-              "\r\n"
-              "    Proportion:               0.0000869     Frequency:           1 in 11,503\r\n"
-              "    Proportion - 1 S.E.:      0.0000731     Frequency - 1 S.E.:  1 in 13,671\r\n"
-              "    Proportion + 1 S.E.:      0.0001033     Frequency + 1 S.E.:  1 in 9,679\r\n"
-              "\r\n"
-              "  95% Confidence Interval\r\n"
-              "    Lower Proportion:         0.0000620     Lower Frequency:     1 in 16,135\r\n"
-              "    Upper Proportion:         0.0001219     Upper Frequency:     1 in 8,201\r\n"
-              "    Log Proportion:          -9.35040       S.E. of Log Prop.:   0.1726\r\n"
-              "\r\n"
-              "  Test for internal inconsistency in the assay\r\n"
-              "    Chi-square (Pearson):     0.090         p-value:             0.9930\r\n"
-              "    Chi-square (Deviance):    0.088         p-value:             0.9933\r\n"
-              "    Degrees of Freedom:       3\r\n"
-              "\r\n"
-              "END\r\n"
-              "\r\n"
-              "Row\t\tDose\t\tResponses\tTested\t\tComments\r\n"
-              "1\t\t1000\t\t2\t\t24\t\t\r\n"
-              "2\t\t3000\t\t6\t\t24\t\t\r\n"
-              "3\t\t10000\t\t14\t\t24\t\t\r\n"
-              "4\t\t30000\t\t22\t\t24\t\t\r\n");
+    EXPECT_EQ(pane(), std::string(titron::testing::kSpleenReportWithoutTable) +
+                          "Row\t\tDose\t\tResponses\tTested\t\tComments\r\n"
+                          "1\t\t1000\t\t2\t\t24\t\t\r\n"
+                          "2\t\t3000\t\t6\t\t24\t\t\r\n"
+                          "3\t\t10000\t\t14\t\t24\t\t\r\n"
+                          "4\t\t30000\t\t22\t\t24\t\t\r\n");
     EXPECT_EQ(session.AnalysisChanged, shell::kChanged);
     EXPECT_TRUE(boxes().empty());
     EXPECT_TRUE(analyze.txtResults().look().formatted);
