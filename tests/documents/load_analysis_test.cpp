@@ -250,18 +250,5 @@ TEST_F(LoadAnalysisTest, RowLimitBeyondTheRowCounterFailsAndTheProgramGoesOn) {
     EXPECT_EQ(analyze.grdData().dataRowCount(), 32000);
 }
 
-TEST_F(LoadAnalysisTest, BinaryAndTabOnlyFilesLoadWithoutHarm) {
-    std::string binary;
-    for (int i = 0; i < 4096; ++i) {
-        binary += static_cast<char>((i * 7919) % 256);
-    }
-    EXPECT_EQ(open("bin.tna", binary), LoadOutcome::Loaded);
-    platform.queueAnswer(Answer::No);
-    EXPECT_NE(open("tabs.txt", std::string(10000, '\t')), LoadOutcome::Cancelled);
-    platform.queueAnswer(Answer::No);
-    EXPECT_EQ(open("cell.txt", "12" + std::string(9998, 'x') + "\t1\t2\r\n"), LoadOutcome::Loaded);
-    EXPECT_EQ(cell(1, 1).size(), 10000u);
-}
-
 } // namespace
 } // namespace titron::documents
