@@ -6,13 +6,11 @@ namespace titron::documents {
 
 namespace {
 
-constexpr int kDataColumns = 4;
 constexpr int kStartRowLimit = 100;
 // The pane's look: dark blue text on tab stops every 960 twips (ten stops).
 constexpr shell::Rgb kResultsColour{0, 0, 128};
 constexpr int kTabStopTwips = 960;
 constexpr int kTabStops = 10;
-const entry::Colour kDataColour{0, 0, 255};
 
 } // namespace
 
@@ -35,7 +33,7 @@ void Analyze::load() {
     m_grid.addressBlock(1, 1, kDataColumns, m_grid.rowLimit());
     m_grid.setBlockMode(true);
     m_grid.clear();
-    m_grid.setTextColour(kDataColour);
+    m_grid.setTextColour(kDataTextColour);
     m_grid.setBlockMode(false);
     subFormatResults();
 }

@@ -31,6 +31,10 @@ struct AnalysisRun {
 
 enum class LoadOutcome { Loaded, Cancelled, Failed };
 
+// The assay table's data columns (Dose, Responses, Tested, Comments) and their text colour.
+inline constexpr int kDataColumns = 4;
+inline constexpr entry::Colour kDataTextColour{0, 0, 255};
+
 // The pane's text when it holds no report.
 inline constexpr const char* kEmptyResults = "Analysis Results";
 // A pane text this long or longer counts as a report for saving, copying and printing.

@@ -18,11 +18,9 @@ using platform::Failure;
 namespace {
 
 constexpr std::string_view kNameLabel = "Analysis Name: ";
-constexpr int kDataColumns = 4;
 constexpr int kRowLimitStep = 100;
 // Rows kept free below the loaded rows, so that the user can go on typing.
 constexpr int kRowsToSpare = 10;
-const entry::Colour kDataColour{0, 0, 255};
 
 bool startsWithHeadingLine(const std::string& text) {
     return analysis::leadingValue(shell::trimSpaces(text)) == 0.0;
@@ -192,7 +190,7 @@ LoadOutcome Analyze::subLoadAnalysis() {
             m_grid.setRowLimit(static_cast<int>(rowLimit));
             m_grid.addressBlock(1, 1, kDataColumns, m_grid.rowLimit());
             m_grid.setBlockMode(true);
-            m_grid.setTextColour(kDataColour);
+            m_grid.setTextColour(kDataTextColour);
             m_grid.setBlockMode(false);
             if (columns < 5) {
                 subNumberRows();
