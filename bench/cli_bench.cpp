@@ -110,6 +110,16 @@ std::vector<std::string> makeAnalysisFiles(const fs::path& directory) {
     return files;
 }
 
+// The timed part: one whole process per iteration, stopping at the first bad exit.
+void timeRuns(benchmark::State& state, const std::vector<std::string>& arguments) {
+    for (auto _ : state) {
+        if (!exitedWell(runProcess(arguments))) {
+            state.SkipWithError("titron-cli did not exit with status 0");
+            break;
+        }
+    }
+}
+
 void cliOneFile(benchmark::State& state) {
     const std::vector<std::string> arguments = {kCli, "analyze",
                                                 std::string(kExamples) + "/spleen-a.tna"};
@@ -117,13 +127,7 @@ void cliOneFile(benchmark::State& state) {
         state.SkipWithError("titron-cli analyze spleen-a.tna did not exit with status 0");
         return;
     }
-    for (auto _ : state) {
-        const int status = runProcess(arguments);
-        if (!exitedWell(status)) {
-            state.SkipWithError("titron-cli did not exit with status 0");
-            break;
-        }
-    }
+    timeRuns(state, arguments);
 }
 
 void cliTenThousandFiles(benchmark::State& state) {
@@ -155,13 +159,7 @@ void cliTenThousandFiles(benchmark::State& state) {
         return;
     }
 
-    for (auto _ : state) {
-        const int status = runProcess(arguments);
-        if (!exitedWell(status)) {
-            state.SkipWithError("titron-cli did not exit with status 0");
-            break;
-        }
-    }
+    timeRuns(state, arguments);
     state.counters["files"] = kFiles;
     state.SetItemsProcessed(state.iterations() * kFiles);
 }
