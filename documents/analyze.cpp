@@ -1,6 +1,6 @@
 #include "documents/analyze.h"
 
-#include "entry/row_numbers.h"
+#include <algorithm>
 
 namespace titron::documents {
 
@@ -11,11 +11,16 @@ constexpr int kStartRowLimit = 100;
 constexpr shell::Rgb kResultsColour{0, 0, 128};
 constexpr int kTabStopTwips = 960;
 constexpr int kTabStops = 10;
+// Resize: below this outer width nothing is laid out; the name box leaves room for its
+// label at the left and a margin.
+constexpr int kNarrowestLayout = 1000;
+constexpr int kNameMargin = 120 + 1260;
 
 } // namespace
 
 Analyze::Analyze(platform::Platform& platform, shell::Session& session)
     : m_platform(platform), m_session(session), m_grid(kDataColumns, kStartRowLimit),
+      m_dataGrid(m_grid, platform, session, [this] { resetPane(); }),
       m_results(shell::FontSpec{"Courier New", 9.75, true}, kEmptyResults) {
     m_grid.events().cellChanged = [this](int, int) { onGridCellChanged(); };
     m_name.setChangeHandler([this] { onNameChanged(); });
@@ -28,7 +33,8 @@ void Analyze::load() {
         m_grid.setCol(col);
         m_grid.setText(settings.ColHeading[static_cast<std::size_t>(col)]);
     }
-    m_grid.setColWidth(0, settings.ColWidth[0]);
+    // A negative width from the settings file counts as 0 rather than stopping the load.
+    m_grid.setColWidth(0, std::max<int>(settings.ColWidth[0], 0));
     subNumberRows();
     m_grid.addressBlock(1, 1, kDataColumns, m_grid.rowLimit());
     m_grid.setBlockMode(true);
@@ -71,7 +77,19 @@ void Analyze::subFormatResults() {
 }
 
 void Analyze::subNumberRows() {
-    entry::numberRows(m_grid);
+    m_dataGrid.subNumberRows();
+}
+
+void Analyze::resize(int outerWidth) {
+    if (outerWidth <= kNarrowestLayout) {
+        return;
+    }
+    m_nameWidth = outerWidth - kNameMargin;
+    m_dataGrid.resizeColumns(outerWidth);
+}
+
+int Analyze::gridHeight() const {
+    return std::max<int>(m_session.settings.GridHeight, 0);
 }
 
 // The first edit after a load, a new document or a save takes the report off the screen;

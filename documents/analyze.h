@@ -9,6 +9,7 @@
 #include <string>
 
 #include "analysis/figures.h"
+#include "entry/data_grid.h"
 #include "entry/grid.h"
 #include "platform/platform.h"
 #include "shell/results_pane.h"
@@ -34,6 +35,9 @@ enum class LoadOutcome { Loaded, Cancelled, Failed };
 // The assay table's data columns (Dose, Responses, Tested, Comments) and their text colour.
 inline constexpr int kDataColumns = 4;
 inline constexpr entry::Colour kDataTextColour{0, 0, 255};
+
+// The most characters the user can type into the name.
+inline constexpr int kNameTypedLimit = 120;
 
 // The pane's text when it holds no report.
 inline constexpr const char* kEmptyResults = "Analysis Results";
@@ -77,6 +81,23 @@ class Analyze {
     // path. Returns false when the write failed (which the window doesn't report).
     bool saveDocument(const std::string& path);
 
+    // Lays the window out for its outer width W (twips): the name box and the grid's
+    // columns. A window of 1000 or less keeps its layout.
+    void resize(int outerWidth);
+    int nameWidth() const { return m_nameWidth; }
+    // The grid's height at load (twips), from the settings.
+    int gridHeight() const;
+
+    // Row commands of the Edit menu and the toolbar.
+    void subEditInsert() { m_dataGrid.subEditInsert(); }
+    void subEditDelete() { m_dataGrid.subEditDelete(); }
+    // Block commands of the grid's pop-up menu.
+    void subDropCut() { m_dataGrid.subDropCut(); }
+    void subDropCopy() { m_dataGrid.subDropCopy(); }
+    void subDropPaste() { m_dataGrid.subDropPaste(); }
+    void subDropDelete() { m_dataGrid.subDropDelete(); }
+    void subDropFill() { m_dataGrid.subDropFill(); }
+
     // Whether the pane holds a report (50 characters or more).
     bool reportPresent() const;
 
@@ -97,9 +118,11 @@ class Analyze {
     platform::Platform& m_platform;
     shell::Session& m_session;
     entry::Grid m_grid;
+    entry::DataGrid m_dataGrid;
     shell::TextBox m_name;
     shell::ResultsPane m_results;
     Control m_focus = Control::None;
+    int m_nameWidth = 0;
 };
 
 } // namespace titron::documents

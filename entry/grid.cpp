@@ -14,6 +14,10 @@ namespace {
 constexpr int kBackspace = 8;
 constexpr int kEnter = 13;
 constexpr int kEscape = 27;
+// Key codes of the letters of the clipboard keys.
+constexpr int kKeyC = 67;
+constexpr int kKeyV = 86;
+constexpr int kKeyX = 88;
 
 void checkRowLimit(int rows) {
     if (rows < 0) {
@@ -40,6 +44,7 @@ Grid::Grid(int maxCols, int rowLimit) : m_maxCols(maxCols), m_rowLimit(rowLimit)
     m_filledInRow.assign(rows, 0);
     m_colWidths.assign(static_cast<std::size_t>(maxCols) + 1, kDefaultColWidth);
     m_rowHeights.assign(rows, 0);
+    m_typedLimits.assign(static_cast<std::size_t>(maxCols) + 1, std::string::npos);
     m_selection = CellBlock{1, 1, 1, 1};
 }
 
@@ -226,21 +231,22 @@ void Grid::clearBlock(const Bounds& b) {
     notify(GridChangeKind::Cells, CellBlock{b.col, b.row, b.col2, b.row2});
 }
 
-void Grid::insertRow() {
+void Grid::insertRow(int count) {
     const int row = m_row;
-    if (row < 1 || row > m_rowLimit) {
+    if (row < 1 || row > m_rowLimit || count < 1) {
         return;
     }
-    if (m_rowLimit >= kMaxRowLimit) {
+    if (count > kMaxRowLimit - m_rowLimit) {
         throw platform::Failure(platform::failure::Overflow);
     }
     endEdit(true);
-    const auto width = static_cast<std::size_t>(m_maxCols + 1);
+    const auto width = static_cast<std::ptrdiff_t>(m_maxCols + 1);
     const auto before = static_cast<std::ptrdiff_t>(row);
-    m_cells.insert(m_cells.begin() + before * static_cast<std::ptrdiff_t>(width), width, Cell{});
-    m_filledInRow.insert(m_filledInRow.begin() + before, 0);
-    m_rowHeights.insert(m_rowHeights.begin() + before, 0);
-    ++m_rowLimit;
+    const auto n = static_cast<std::size_t>(count);
+    m_cells.insert(m_cells.begin() + before * width, n * static_cast<std::size_t>(width), Cell{});
+    m_filledInRow.insert(m_filledInRow.begin() + before, n, 0);
+    m_rowHeights.insert(m_rowHeights.begin() + before, n, 0);
+    m_rowLimit += count;
     notify(GridChangeKind::Rows);
 }
 
@@ -479,6 +485,9 @@ void Grid::userKeyPress(int character) {
     if (!m_editMode) {
         startEdit({}); // typing replaces the cell's text
     }
+    if (m_editText.size() >= typedLengthLimit(m_activeCol)) {
+        return;
+    }
     m_editText += static_cast<char>(static_cast<unsigned char>(character));
     notify(GridChangeKind::Cells, CellBlock{m_activeCol, m_activeRow, m_activeCol, m_activeRow});
 }
@@ -487,16 +496,47 @@ void Grid::userKeyDown(int keyCode, int shift) {
     if (m_events.keyDown) {
         m_events.keyDown(keyCode, shift);
     }
+    // The control's own clipboard keys, after the window has seen them.
+    if (m_clipboard == nullptr || m_editMode || (shift & CtrlKey) == 0) {
+        return;
+    }
+    switch (keyCode) {
+    case kKeyC:
+        clipboardCopy(*m_clipboard);
+        break;
+    case kKeyX:
+        clipboardCut(*m_clipboard);
+        break;
+    case kKeyV:
+        clipboardPaste(*m_clipboard);
+        break;
+    default:
+        break;
+    }
+}
+
+void Grid::setTypedLengthLimit(int col, std::size_t characters) {
+    if (col >= 0 && col <= m_maxCols) {
+        m_typedLimits[static_cast<std::size_t>(col)] = characters;
+    }
+}
+
+std::size_t Grid::typedLengthLimit(int col) const {
+    return col >= 0 && col <= m_maxCols ? m_typedLimits[static_cast<std::size_t>(col)]
+                                        : std::string::npos;
 }
 
 void Grid::userEditText(std::string_view text) {
     if (!inRange(m_activeCol, m_activeRow)) {
         return;
     }
+    text = text.substr(0, std::min(text.size(), typedLengthLimit(m_activeCol)));
     if (!m_editMode) {
         startEdit(std::string(text));
     } else {
         m_editText.assign(text);
+        notify(GridChangeKind::Cells,
+               CellBlock{m_activeCol, m_activeRow, m_activeCol, m_activeRow});
     }
 }
 

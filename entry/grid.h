@@ -123,10 +123,11 @@ class Grid {
     // --- Changes --------------------------------------------------------------------------
     // Empties the addressed cell, or in block mode the addressed block.
     void clear();
-    // A blank row before the addressed row; the rows below move down and the row limit
-    // grows by one, so that no row falls off the end. At kMaxRowLimit throws Failure 6; an
-    // addressed row outside 1..row limit inserts nothing.
-    void insertRow();
+    // Blank rows (count of them, as many single inserts would) before the addressed row; the
+    // rows below move down and the row limit grows with them, so that no row falls off the
+    // end. Beyond kMaxRowLimit throws Failure 6; an addressed row outside 1..row limit
+    // inserts nothing.
+    void insertRow(int count = 1);
     // Removes the addressed row, or in block mode the block's rows (never row 0); the rows
     // below move up and blank rows come in at the end, so that the row limit stays.
     void deleteRow();
@@ -160,6 +161,13 @@ class Grid {
     bool redraw() const { return m_redraw; }
     void refresh();
 
+    // --- Typing -------------------------------------------------------------------------
+    // The most characters the user can type into a cell of the column; code writes more.
+    void setTypedLengthLimit(int col, std::size_t characters);
+    std::size_t typedLengthLimit(int col) const;
+    // The clipboard that Ctrl+C, Ctrl+X and Ctrl+V use outside an edit; none by default.
+    void setClipboard(platform::Clipboard* clipboard) { m_clipboard = clipboard; }
+
     // --- Editing -------------------------------------------------------------------------
     bool editMode() const { return m_editMode; }
     // Setting it opens the active cell for editing with its text; clearing it keeps what
@@ -176,6 +184,7 @@ class Grid {
     // Control codes only act on an open edit: Backspace (8) removes the last character,
     // Enter (13) commits, Escape (27) cancels; others are ignored.
     void userKeyPress(int character);
+    // A key went down: raises key down, then does the clipboard keys (see setClipboard).
     void userKeyDown(int keyCode, int shift);
     // The editor's whole text, when the view edits in place.
     void userEditText(std::string_view text);
@@ -228,6 +237,8 @@ class Grid {
     bool m_changedWhileHidden = false;
     bool m_editMode = false;
     std::string m_editText;
+    std::vector<std::size_t> m_typedLimits; // per column; npos for no limit
+    platform::Clipboard* m_clipboard = nullptr;
 
     GridEvents m_events;
     std::function<void(const GridChange&)> m_listener;

@@ -1,11 +1,13 @@
 // The values that the windows of one run share: the document's changed flag and file,
-// the directory of the last accepted file dialog, the settings and the frame's caption.
+// the directory of the last accepted file dialog, the settings, and the frame's caption,
+// menus and toolbar.
 #pragma once
 
 #include <cstdint>
 #include <string>
 
 #include "shell/app_settings.h"
+#include "shell/frame_model.h"
 #include "shell/text_box.h"
 
 namespace titron::shell {
@@ -20,8 +22,10 @@ struct Session {
     std::int16_t AnalysisChanged = kUnchanged;
     std::string AnalysisFile;  // full path of the document's file; empty for none
     std::string LastDirectory; // current directory after the last accepted file dialog
+    std::string HelpFile;      // the help file's name, set at start-up
     AppSettings settings;
     TextBox frameCaption{kProgramTitle};
+    FrameModel frame; // the menu bar, the toolbar and the grid's pop-up menu
 };
 
 // "Titron - [path]" with the path in lower case.

@@ -1,0 +1,115 @@
+#include "shell/main_frame.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "analysis/report.h"
+
+namespace titron::shell {
+
+namespace {
+
+// Commands whose windows and dialogs are not part of the program yet. They keep their
+// places in the menu and on the toolbar, disabled, so that nothing pretends to work.
+constexpr Command kNotYetAvailable[] = {
+    Command::FileNew,   Command::FileOpen,       Command::FileSave,       Command::FileCopy,
+    Command::FilePrint, Command::FilePrintSetup, Command::AnalyzeCompare, Command::CompareToggle,
+};
+
+constexpr const char* kHelpTitle = "HELP CONTENTS";
+
+} // namespace
+
+Main::Main(platform::Platform& platform, platform::FrameWindows& windows, Session& session,
+           documents::Analyze& analyze, std::string programDirectory)
+    : m_platform(platform), m_windows(windows), m_session(session), m_analyze(analyze),
+      m_programDirectory(std::move(programDirectory)) {
+    for (Command command : kNotYetAvailable) {
+        m_session.frame.setAvailable(command, false);
+    }
+}
+
+void Main::menuClick(std::string_view name) {
+    const auto& items = m_session.frame.menuItems();
+    auto found = std::find_if(items.begin(), items.end(),
+                              [name](const MenuItem& item) { return item.name == name; });
+    if (found == items.end() || found->separator() || !found->visible || !found->usable()) {
+        return;
+    }
+    run(found->command);
+}
+
+// The key is compared with each button's key in turn, and the button then does what its
+// menu item does.
+void Main::toolbarClick(std::string_view key) {
+    for (const ToolButton& b : m_session.frame.toolButtons()) {
+        if (!b.separator() && b.key == key) {
+            if (b.visible && b.usable()) {
+                run(b.command);
+            }
+            return;
+        }
+    }
+}
+
+void Main::run(Command command) {
+    switch (command) {
+    case Command::FileExit:
+        m_windows.closeFrame();
+        break;
+    case Command::EditInsert:
+        m_analyze.subEditInsert();
+        break;
+    case Command::EditDelete:
+        // Routed: the comparison window's own delete would take it while that is visible.
+        if (!compareVisible()) {
+            m_analyze.subEditDelete();
+        }
+        break;
+    case Command::AnalyzeAnalyze:
+        m_analyze.subAnalyze();
+        break;
+    case Command::HelpContents:
+        helpContents();
+        break;
+    case Command::HelpAbout:
+        m_windows.showAbout();
+        break;
+    case Command::DropCut:
+        m_analyze.subDropCut();
+        break;
+    case Command::DropCopy:
+        m_analyze.subDropCopy();
+        break;
+    case Command::DropPaste:
+        m_analyze.subDropPaste();
+        break;
+    case Command::DropDelete:
+        m_analyze.subDropDelete();
+        break;
+    case Command::DropFill:
+        m_analyze.subDropFill();
+        break;
+    default:
+        // The chart was never built; the others are not available yet.
+        break;
+    }
+}
+
+void Main::helpContents() {
+    const std::string path = m_programDirectory + "/" + m_session.HelpFile;
+    const std::string lineEnd(analysis::kLineEnd);
+    std::string problem;
+    if (!m_platform.files.exists(path)) {
+        problem = "The help file " + m_session.HelpFile + " was not found. It was looked for in" +
+                  lineEnd + m_programDirectory;
+    } else if (!m_windows.openWithDesktop(path)) {
+        problem = "No program of this desktop opens the help file" + lineEnd + path;
+    }
+    if (!problem.empty()) {
+        m_platform.dialogs.messageBox(
+            {kHelpTitle, problem, platform::Buttons::Ok, platform::Icon::Information});
+    }
+}
+
+} // namespace titron::shell

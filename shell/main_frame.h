@@ -1,0 +1,46 @@
+// The logic of the frame Main: each menu item and toolbar button hands its command to a
+// window. Routed commands go to Compare while it is visible and to Analyze otherwise.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "documents/analyze.h"
+#include "platform/frame_windows.h"
+#include "platform/platform.h"
+#include "shell/frame_model.h"
+#include "shell/session.h"
+
+namespace titron::shell {
+
+class Main {
+  public:
+    // programDirectory: where the help file lies.
+    Main(platform::Platform& platform, platform::FrameWindows& windows, Session& session,
+         documents::Analyze& analyze, std::string programDirectory);
+
+    FrameModel& frame() { return m_session.frame; }
+
+    // A click on a menu item (by name, the pop-up's items included) or a toolbar button (by
+    // key). Disabled, hidden, unknown and separator entries do nothing.
+    void menuClick(std::string_view name);
+    void toolbarClick(std::string_view key);
+    void run(Command command);
+
+    // Whether the comparison window is visible, which decides where routed commands go.
+    bool compareVisible() const { return m_compareVisible; }
+
+    // The help viewer: the help file of the program's directory, opened with the desktop's
+    // handler; a box says where it was looked for when it is not there.
+    void helpContents();
+
+  private:
+    platform::Platform& m_platform;
+    platform::FrameWindows& m_windows;
+    Session& m_session;
+    documents::Analyze& m_analyze;
+    std::string m_programDirectory;
+    bool m_compareVisible = false; // the comparison window is not part of the program yet
+};
+
+} // namespace titron::shell
