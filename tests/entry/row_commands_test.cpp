@@ -1,0 +1,152 @@
+// Row insert and delete: how the selection sizes them, their questions, and what they leave.
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "tests/documents/analyze_fixture.h"
+
+namespace titron::documents::testing {
+namespace {
+
+class RowCommandsTest : public AnalyzeFixture {
+  protected:
+    entry::Grid& grid() { return analyze.grdData(); }
+
+    // Rows 1..n with the dose "d<row>".
+    void fillDoses(int rows) {
+        for (int row = 1; row <= rows; ++row) {
+            std::string dose = "d";
+            dose += std::to_string(row);
+            grid().setCell(1, row, dose);
+        }
+    }
+
+    void expectNumberedAndBlue() {
+        for (int row = 1; row <= grid().rowLimit(); ++row) {
+            ASSERT_EQ(cell(0, row), std::to_string(row));
+            ASSERT_EQ(grid().textColour(4, row), kDataTextColour) << row;
+        }
+    }
+
+    void expectQuestion(const std::string& title, const std::string& text) {
+        ASSERT_EQ(boxes().size(), 1u);
+        const platform::MessageBoxRequest& box = boxes()[0].request;
+        EXPECT_EQ(box.title, title);
+        EXPECT_EQ(box.text, text);
+        EXPECT_EQ(box.buttons, platform::Buttons::YesNo);
+        EXPECT_EQ(box.icon, platform::Icon::Question);
+        EXPECT_EQ(box.defaultButton, 1);
+    }
+};
+
+TEST_F(RowCommandsTest, InsertWithoutBlockAsksForOneRowAndPutsItBeforeTheActiveRow) {
+    fillDoses(5);
+    grid().userMoveTo(2, 3);
+    analyze.subEditInsert();
+    expectQuestion("INSERT ROW?", "Insert one row before the current row?");
+    EXPECT_EQ(cell(1, 3), "");
+    EXPECT_EQ(cell(1, 4), "d3");
+    EXPECT_EQ(cell(1, 6), "d5");
+    expectNumberedAndBlue();
+    EXPECT_EQ(pane(), kEmptyResults);
+    EXPECT_EQ(session.AnalysisChanged, shell::kChanged);
+}
+
+TEST_F(RowCommandsTest, BlockSizesTheInsertAndTheActiveRowPlacesIt) {
+    fillDoses(14);
+    grid().userMoveTo(1, 12);
+    grid().setSelection({2, 3, 4, 7}); // columns don't matter, only the row bounds
+    analyze.subEditInsert();
+    expectQuestion("INSERT ROWS?", "Insert 5 rows before the current row?");
+    EXPECT_EQ(cell(1, 11), "d11");
+    for (int row = 12; row <= 16; ++row) {
+        EXPECT_EQ(cell(1, row), "") << row;
+    }
+    EXPECT_EQ(cell(1, 17), "d12");
+    EXPECT_EQ(cell(1, 3), "d3");
+    expectNumberedAndBlue();
+}
+
+TEST_F(RowCommandsTest, PromptsKeepThePluralForOneRowAndCountTenForWholeColumns) {
+    grid().setSelection({1, 4, 1, 4});
+    grid().userSelect({1, 4, 2, 4});
+    analyze.subEditInsert();
+    EXPECT_EQ(boxes().back().request.text, "Insert 1 rows before the current row?");
+    grid().userSelect({2, -1, 2, -1});
+    const int before = grid().rowLimit();
+    platform.queueAnswer(platform::Answer::Yes);
+    analyze.subEditInsert();
+    EXPECT_EQ(boxes().back().request.text, "Insert 10 rows before the current row?");
+    EXPECT_EQ(grid().rowLimit(), before + 10);
+}
+
+TEST_F(RowCommandsTest, NoLeavesGridAndResultsUntouched) {
+    fillDoses(3);
+    analyze.txtResults().setText(std::string(60, 'r'));
+    session.AnalysisChanged = shell::kUnchanged;
+    grid().userMoveTo(1, 2);
+    platform.queueAnswer(platform::Answer::No);
+    analyze.subEditInsert();
+    platform.queueAnswer(platform::Answer::No);
+    analyze.subEditDelete();
+    EXPECT_EQ(cell(1, 2), "d2");
+    EXPECT_EQ(grid().rowLimit(), 100);
+    EXPECT_EQ(pane(), std::string(60, 'r'));
+    EXPECT_EQ(session.AnalysisChanged, shell::kUnchanged);
+}
+
+TEST_F(RowCommandsTest, DeleteRemovesTheActiveRowOrTheBlocksRows) {
+    fillDoses(10);
+    grid().userMoveTo(3, 2);
+    analyze.subEditDelete();
+    expectQuestion("DELETE ROW?", "Delete the current row?");
+    EXPECT_EQ(cell(1, 2), "d3");
+    EXPECT_EQ(grid().rowLimit(), 100);
+
+    grid().userSelect({4, 3, 2, 5});
+    platform.clearTranscript();
+    analyze.subEditDelete();
+    EXPECT_EQ(boxes().back().request.title, "DELETE ROWS?");
+    EXPECT_EQ(boxes().back().request.text, "Delete 3 rows?");
+    EXPECT_EQ(cell(1, 2), "d3");
+    EXPECT_EQ(cell(1, 3), "d7");
+    EXPECT_FALSE(grid().blockMode());
+    expectNumberedAndBlue();
+}
+
+TEST_F(RowCommandsTest, WholeColumnsDeleteEveryRowAfterCountingThem) {
+    fillDoses(10);
+    grid().userMoveTo(1, 95); // the table grows to 200 rows
+    grid().userSelect({1, -1, 1, -1});
+    analyze.subEditDelete();
+    EXPECT_EQ(boxes().back().request.text, "Delete 200 rows?");
+    EXPECT_EQ(grid().dataRowCount(), 0);
+    expectNumberedAndBlue();
+}
+
+TEST_F(RowCommandsTest, SettingsCanTurnTheQuestionsOff) {
+    session.settings.ConfirmInsert = false;
+    session.settings.ConfirmDelete = false;
+    fillDoses(2);
+    grid().userMoveTo(1, 1);
+    analyze.subEditInsert();
+    EXPECT_EQ(cell(1, 2), "d1");
+    analyze.subEditDelete();
+    EXPECT_EQ(cell(1, 1), "d1");
+    EXPECT_TRUE(boxes().empty());
+}
+
+TEST_F(RowCommandsTest, InsertNeverPushesDataBeyondTheNumberedRows) {
+    grid().setRowLimit(32767);
+    grid().setCell(1, 32760, "last");
+    grid().userMoveTo(1, 10);
+    grid().userSelect({1, -1, 1, -1}); // ten rows asked for, seven fit
+    platform.queueAnswer(platform::Answer::Yes);
+    analyze.subEditInsert();
+    EXPECT_EQ(grid().rowLimit(), 32767);
+    EXPECT_EQ(cell(1, 32767), "last");
+    EXPECT_EQ(cell(0, 32767), "32767");
+}
+
+} // namespace
+} // namespace titron::documents::testing

@@ -1,0 +1,200 @@
+// The frame: its menu tree and toolbar, the enabling table, and where each click goes.
+#include "shell/main_frame.h"
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tests/documents/analyze_fixture.h"
+#include "tests/shell/recording_windows.h"
+
+namespace titron::shell::testing {
+namespace {
+
+// name, caption, shortcut, enabled, visible, as the frame starts.
+struct ItemRow {
+    const char* name;
+    const char* caption;
+    const char* shortcut;
+    bool enabled;
+    bool visible;
+};
+
+TEST(FrameModelTest, MenuTreeStartsWithItsCaptionsShortcutsAndStates) {
+    const std::vector<ItemRow> rows{
+        {"menFile", "&File", "", true, true},
+        {"menFileNew", "&New Analysis", "Ctrl+N", true, true},
+        {"menFileOpen", "&Open/Append Analysis", "Ctrl+O", true, true},
+        {"mend11", "-", "", true, true},
+        {"menFileSave", "&Save Analysis", "Ctrl+S", true, true},
+        {"menFileCopy", "&Copy Analysis to Clipboard", "", true, true},
+        {"menFilePrint", "&Print Analysis", "Ctrl+P", true, true},
+        {"mend12", "-", "", true, true},
+        {"menFilePrintSetup", "Print Se&tup", "", true, true},
+        {"mend13", "-", "", true, true},
+        {"menFileExit", "E&xit", "Ctrl+Q", true, true},
+        {"menEdit", "&Edit", "", true, true},
+        {"menEditInsert", "&Insert Row(s)", "", false, true},
+        {"menEditDelete", "&Delete Row(s)", "", false, true},
+        {"menAnalyze", "&Analyze", "", true, true},
+        {"menAnalyzeAnalyze", "&Analyze Data", "Ctrl+A", true, true},
+        {"menAnalyzeCompare", "&Compare Analyses", "", true, true},
+        {"menAnalyzeChart", "C&hart Analysis Results", "", true, false},
+        {"menHelp", "&Help", "", true, true},
+        {"menHelpContents", "&Help Contents", "F1", true, true},
+        {"mend5", "-", "", true, true},
+        {"menHelpAbout", "&About Titron...", "", true, true},
+        {"mnuDropedit", "dropedit", "", true, false},
+        {"mnuDropcut", "Cut", "", true, true},
+        {"mnuDropcopy", "Copy", "", true, true},
+        {"mnuDroppaste", "Paste", "", true, true},
+        {"mnud6", "-", "", true, true},
+        {"mnuDropdelete", "Delete", "", true, true},
+        {"mnud7", "-", "", true, true},
+        {"mnuDropfill", "Fill", "", true, true},
+    };
+    FrameModel frame;
+    ASSERT_EQ(frame.menuItems().size(), rows.size());
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const MenuItem& item = frame.menuItems()[i];
+        EXPECT_EQ(item.name, rows[i].name);
+        EXPECT_EQ(item.caption, rows[i].caption) << item.name;
+        EXPECT_EQ(item.shortcut, rows[i].shortcut) << item.name;
+        EXPECT_EQ(item.enabled, rows[i].enabled) << item.name;
+        EXPECT_EQ(item.visible, rows[i].visible) << item.name;
+    }
+    EXPECT_EQ(frame.item("mnuDropfill").parent, "mnuDropedit");
+    EXPECT_EQ(frame.item("menHelpAbout").parent, "menHelp");
+}
+
+TEST(FrameModelTest, ToolbarRunsLeftToRightWithItsTipsAndSeparators) {
+    FrameModel frame;
+    std::string layout;
+    for (const ToolButton& b : frame.toolButtons()) {
+        layout += b.separator() ? std::string("|") : "[" + b.key + ":" + b.toolTip + "]";
+    }
+    EXPECT_EQ(layout, "[New:New][Open:Open/Append]|[Save:Save][Copy:Copy to Clipboard]"
+                      "[Print:Print]|[Insert:Insert Row(s)][Delete:Delete Row(s)]|"
+                      "[Analyze:Analyze][Compare:Compare Analyses][Chart:Chart Analysis]|"
+                      "[Help:Help]");
+    EXPECT_FALSE(frame.button("Insert").enabled);
+    EXPECT_FALSE(frame.button("Delete").enabled);
+    EXPECT_FALSE(frame.button("Chart").visible);
+    EXPECT_FALSE(frame.button("Compare").pressed);
+}
+
+TEST(FrameModelTest, CompareActivationSwitchesItsColumnsOfTheTable) {
+    FrameModel frame;
+    frame.compareActivated();
+    for (const char* name :
+         {"menFileNew", "menAnalyzeAnalyze", "menAnalyzeCompare", "menAnalyzeChart"}) {
+        EXPECT_FALSE(frame.item(name).enabled) << name;
+    }
+    for (const char* key : {"New", "Analyze", "Chart"}) {
+        EXPECT_FALSE(frame.button(key).enabled) << key;
+    }
+    EXPECT_TRUE(frame.item("menEditDelete").enabled);
+    EXPECT_TRUE(frame.button("Delete").enabled);
+    EXPECT_FALSE(frame.item("menEditInsert").enabled);
+    EXPECT_TRUE(frame.button("Compare").pressed);
+    // The chart stays hidden even while the table switches it.
+    EXPECT_FALSE(frame.item("menAnalyzeChart").visible);
+
+    frame.compareDeactivated();
+    for (const char* name : {"menFileNew", "menAnalyzeAnalyze", "menAnalyzeCompare"}) {
+        EXPECT_TRUE(frame.item(name).enabled) << name;
+    }
+    EXPECT_TRUE(frame.button("New").enabled);
+    EXPECT_FALSE(frame.item("menEditDelete").enabled);
+    EXPECT_FALSE(frame.button("Delete").enabled);
+    EXPECT_FALSE(frame.button("Compare").pressed);
+}
+
+class MainFrameTest : public documents::testing::AnalyzeFixture {
+  protected:
+    MainFrameTest() : windows(log), main(platform.services(), windows, session, analyze, dir()) {
+        session.HelpFile = "TITRO.HLP";
+    }
+    std::string dir() const { return directory.string(); }
+
+    std::vector<std::string> log;
+    RecordingWindows windows;
+    Main main;
+};
+
+TEST_F(MainFrameTest, MenuItemAndToolbarButtonRunTheSameAnalysis) {
+    typeFourRowExample();
+    main.menuClick("menAnalyzeAnalyze");
+    const std::string report = pane();
+    ASSERT_NE(report.find("1 in 11,503"), std::string::npos);
+    analyze.txtResults().setText(documents::kEmptyResults);
+    main.toolbarClick("Analyze");
+    EXPECT_EQ(pane(), report);
+}
+
+TEST_F(MainFrameTest, DisabledHiddenAndNotYetAvailableCommandsDoNothing) {
+    type({{"5", "", "", ""}, {"6", "", "", ""}});
+    analyze.grdData().userMoveTo(1, 1);
+    main.menuClick("menEditDelete"); // off until the grid has the focus
+    main.toolbarClick("Insert");
+    EXPECT_EQ(cell(1, 1), "5");
+    for (const char* name :
+         {"menFileNew", "menFileOpen", "menFileSave", "menFileCopy", "menFilePrint",
+          "menFilePrintSetup", "menAnalyzeCompare", "menAnalyzeChart", "no such item", "mend11"}) {
+        main.menuClick(name);
+    }
+    for (const char* key : {"New", "Open", "Save", "Copy", "Print", "Compare", "Chart"}) {
+        main.toolbarClick(key);
+    }
+    EXPECT_TRUE(log.empty());
+    EXPECT_TRUE(boxes().empty());
+    EXPECT_EQ(pane(), documents::kEmptyResults);
+
+    analyze.setFocus(documents::Control::Grid);
+    session.settings.ConfirmDelete = false;
+    main.toolbarClick("Delete");
+    EXPECT_EQ(cell(1, 1), "6");
+}
+
+TEST_F(MainFrameTest, PopupItemsReachTheBlockCommands) {
+    type({{"42", "", "", ""}});
+    analyze.grdData().userSelect({1, 1, 1, 3});
+    analyze.grdData().userRightClick(1, 1, 1, 0, 0);
+    main.menuClick("mnuDropfill");
+    EXPECT_EQ(cell(1, 3), "42");
+    analyze.grdData().userSelect({1, 1, 2, 3});
+    analyze.grdData().userRightClick(1, 1, 1, 0, 0);
+    analyze.grdData().setCell(1, 1, "7");
+    main.menuClick("mnuDropfill"); // two columns: Fill is off
+    EXPECT_EQ(cell(1, 3), "42");
+}
+
+TEST_F(MainFrameTest, HelpOpensTheFileBesideTheProgramOrSaysWhereItLooked) {
+    main.toolbarClick("Help");
+    ASSERT_EQ(boxes().size(), 1u);
+    EXPECT_EQ(boxes()[0].request.text,
+              "The help file TITRO.HLP was not found. It was looked for in\r\n" + dir());
+    EXPECT_TRUE(log.empty());
+
+    std::ofstream(directory / "TITRO.HLP") << "help";
+    main.menuClick("menHelpContents");
+    EXPECT_EQ(log, (std::vector<std::string>{"open " + dir() + "/TITRO.HLP"}));
+    EXPECT_EQ(boxes().size(), 1u);
+
+    windows.desktopOpens = false;
+    main.menuClick("menHelpContents");
+    ASSERT_EQ(boxes().size(), 2u);
+    EXPECT_NE(boxes()[1].request.text.find(dir() + "/TITRO.HLP"), std::string::npos);
+}
+
+TEST_F(MainFrameTest, AboutAndExitGoToTheirWindows) {
+    main.menuClick("menHelpAbout");
+    main.menuClick("menFileExit");
+    EXPECT_EQ(log, (std::vector<std::string>{"about", "close frame"}));
+}
+
+} // namespace
+} // namespace titron::shell::testing
