@@ -56,6 +56,9 @@ void Analyze::setFocus(Control control) {
     if (control == Control::Grid) {
         m_grid.userFocusGained();
     }
+    if (m_focusListener) {
+        m_focusListener();
+    }
 }
 
 bool Analyze::reportPresent() const {

@@ -7,6 +7,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "analysis/figures.h"
 #include "entry/data_grid.h"
@@ -65,6 +66,9 @@ class Analyze {
     // grid's focus events; the view calls it when the user moves the focus.
     Control focus() const { return m_focus; }
     void setFocus(Control control);
+    // The view's listener, told after each real move of the focus (the logic moves it too,
+    // for instance onto a cell at fault), so that the widgets follow at once.
+    void setFocusListener(std::function<void()> listener) { m_focusListener = std::move(listener); }
 
     // The Analyze command: checks the assay table, estimates, writes the report.
     void subAnalyze();
@@ -122,6 +126,7 @@ class Analyze {
     shell::TextBox m_name;
     shell::ResultsPane m_results;
     Control m_focus = Control::None;
+    std::function<void()> m_focusListener;
     int m_nameWidth = 0;
 };
 

@@ -1,0 +1,74 @@
+// The grid on screen. The view draws the core Grid through QtGridModel and hands every key
+// and click to the grid's user* entry points; the grid, and the window's handlers behind its
+// events, decide what they do. Qt's own selection and editors stay unused.
+#pragma once
+
+#include <QTableView>
+
+#include "entry/grid.h"
+
+namespace titron::qt {
+
+class QtGridModel;
+
+class QtGridView : public QTableView {
+    Q_OBJECT
+
+  public:
+    explicit QtGridView(entry::Grid& grid, QWidget* parent = nullptr);
+
+    QtGridModel& gridModel() const { return *m_model; }
+
+    // Column widths, row heights and the heading row's height from the grid (twips).
+    void applyGridLayout();
+
+  signals:
+    // The keyboard focus came or went; a pop-up menu or a box over the window doesn't count.
+    void focusEntered();
+    void focusLeft();
+
+  protected:
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    struct Cell {
+        int col;
+        int row;
+    };
+
+    void navigate(int key, Qt::KeyboardModifiers modifiers);
+    Cell navigationTarget(int key, bool ctrl, Cell from) const;
+    void extendSelection(Cell to);
+    void typeText(const QString& text);
+    int rowsPerPage() const;
+    Cell cellAt(const QPoint& viewportPos) const;
+
+    void onHeaderPressed(int section);
+    void onHeaderEntered(int section);
+    void showActiveCell();
+    void showFirstVisibleRow();
+    void onScrolled(int value);
+    void onModelReset();
+
+    entry::Grid& m_grid;
+    QtGridModel* m_model;
+
+    // A left-button drag in progress: its anchor, and whether it selects whole rows.
+    enum class Drag { None, Cells, Rows, Columns };
+    Drag m_drag = Drag::None;
+    Cell m_anchor{1, 1};
+    Cell m_dragEnd{1, 1};
+    // Set while the view scrolls itself to the grid's first visible row.
+    bool m_applyingScroll = false;
+};
+
+} // namespace titron::qt

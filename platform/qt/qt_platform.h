@@ -1,0 +1,34 @@
+// The services of the desktop program: Qt dialogs, pointer, event loop, clipboard and clock,
+// with files on the local file system.
+#pragma once
+
+#include "platform/local_files.h"
+#include "platform/platform.h"
+#include "platform/qt/qt_clipboard.h"
+#include "platform/qt/qt_clock.h"
+#include "platform/qt/qt_dialogs.h"
+#include "platform/qt/qt_event_loop.h"
+#include "platform/qt/qt_pointer.h"
+
+namespace titron::qt {
+
+class QtPlatform {
+  public:
+    QtPlatform();
+    QtPlatform(const QtPlatform&) = delete;
+    QtPlatform& operator=(const QtPlatform&) = delete;
+
+    platform::Platform& services() { return m_services; }
+    QtPointer& pointer() { return m_pointer; }
+
+  private:
+    QtDialogs m_dialogs;
+    QtPointer m_pointer;
+    QtEventLoop m_events;
+    platform::LocalFiles m_files;
+    QtClipboard m_clipboard;
+    QtClock m_clock;
+    platform::Platform m_services;
+};
+
+} // namespace titron::qt

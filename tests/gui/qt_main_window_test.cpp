@@ -1,0 +1,345 @@
+// The frame and Analyze on screen: the menus and toolbar show the frame model, real keys
+// reach the frame's commands past the focused control, and the views follow the models.
+#include <string>
+
+#include <QAction>
+#include <QClipboard>
+#include <QFontInfo>
+#include <QLabel>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTextEdit>
+#include <QToolBar>
+
+#include <gtest/gtest.h>
+
+#include "platform/qt/qt_grid_view.h"
+#include "platform/qt/qt_text.h"
+#include "platform/qt/qt_twips.h"
+#include "platform/scripted_platform.h"
+#include "tests/gui/gui_helpers.h"
+#include "tests/gui/qt_frame_fixture.h"
+#include "tests/worked_examples.h"
+
+namespace titron::qt {
+namespace {
+
+using testing::whenModal;
+using testing::whenPopup;
+
+class QtMainWindowTest : public testing::QtFrameFixture {
+  protected:
+    QAction* action(const std::string& name) {
+        return window.findChild<QAction*>(QString::fromStdString(name));
+    }
+
+    // The report of the four-row assay as the scripted platform's run writes it.
+    static std::string headlessReport(const std::string& name) {
+        platform::ScriptedPlatform scripted;
+        shell::Session headlessSession;
+        documents::Analyze headless(scripted.services(), headlessSession);
+        headless.load();
+        headless.txtAnalysisName().setText(name);
+        typeFourRowAssay(headless.grdData());
+        headless.subAnalyze();
+        return headless.txtResults().text();
+    }
+};
+
+TEST_F(QtMainWindowTest, MenusAndToolbarShowTheFrameModel) {
+    for (const shell::MenuItem& item : session.frame.menuItems()) {
+        QAction* a = action(item.name);
+        ASSERT_NE(a, nullptr) << item.name;
+        EXPECT_EQ(a->isSeparator(), item.separator()) << item.name;
+        if (!item.separator()) {
+            EXPECT_EQ(a->text(), QString::fromStdString(item.caption)) << item.name;
+        }
+        EXPECT_EQ(a->shortcut(), QKeySequence(QString::fromStdString(item.shortcut)));
+        EXPECT_EQ(a->isVisible(), item.visible) << item.name;
+        // Qt disables what it hides.
+        EXPECT_EQ(a->isEnabled(), item.usable() && item.visible) << item.name;
+    }
+    // The state the program starts in, spelled out.
+    EXPECT_EQ(action("menAnalyzeAnalyze")->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_A));
+    EXPECT_EQ(action("menHelpContents")->shortcut(), QKeySequence(Qt::Key_F1));
+    EXPECT_TRUE(action("menAnalyzeAnalyze")->isEnabled());
+    EXPECT_FALSE(action("menEditInsert")->isEnabled());
+    EXPECT_FALSE(action("menEditDelete")->isEnabled());
+    EXPECT_FALSE(action("menAnalyzeChart")->isVisible());
+    EXPECT_FALSE(action("mnuDropedit")->isVisible());
+    for (const char* unavailable : {"menFileNew", "menFileOpen", "menFileSave", "menFileCopy",
+                                    "menFilePrint", "menFilePrintSetup", "menAnalyzeCompare"}) {
+        EXPECT_TRUE(action(unavailable)->isVisible()) << unavailable;
+        EXPECT_FALSE(action(unavailable)->isEnabled()) << unavailable;
+    }
+    QStringList bar;
+    for (QAction* menu : window.menuBar()->actions()) {
+        if (menu->isVisible()) {
+            bar << menu->text();
+        }
+    }
+    EXPECT_EQ(bar, QStringList({"&File", "&Edit", "&Analyze", "&Help"}));
+
+    const QList<QAction*> tools = window.toolBar()->actions();
+    const auto& buttons = session.frame.toolButtons();
+    ASSERT_EQ(tools.size(), static_cast<qsizetype>(buttons.size()));
+    for (std::size_t i = 0; i < buttons.size(); ++i) {
+        QAction* a = tools[static_cast<qsizetype>(i)];
+        EXPECT_EQ(a->isSeparator(), buttons[i].separator());
+        if (!buttons[i].separator()) {
+            EXPECT_EQ(a->toolTip(), QString::fromStdString(buttons[i].toolTip));
+            EXPECT_FALSE(a->icon().isNull()) << buttons[i].key;
+            EXPECT_EQ(a->isVisible(), buttons[i].visible) << buttons[i].key;
+            EXPECT_EQ(a->isEnabled(), buttons[i].usable() && buttons[i].visible) << buttons[i].key;
+        }
+    }
+    EXPECT_FALSE(action("Insert")->isEnabled());
+    EXPECT_FALSE(action("Delete")->isEnabled());
+    EXPECT_FALSE(action("Chart")->isVisible());
+    EXPECT_TRUE(action("Analyze")->isEnabled());
+    for (const char* unavailable : {"New", "Open", "Save", "Copy", "Print", "Compare"}) {
+        EXPECT_TRUE(action(unavailable)->isVisible()) << unavailable;
+        EXPECT_FALSE(action(unavailable)->isEnabled()) << unavailable;
+    }
+}
+
+TEST_F(QtMainWindowTest, ViewsFollowChangesOfTheFrameModel) {
+    session.frame.setButtonPressed("Compare", true);
+    EXPECT_TRUE(action("Compare")->isChecked());
+    session.frame.setButtonPressed("Compare", false);
+    EXPECT_FALSE(action("Compare")->isChecked());
+
+    session.frameCaption.setText("Titron - [/data/spleen-a.tna]");
+    EXPECT_EQ(window.windowTitle(), QStringLiteral("Titron - [/data/spleen-a.tna]"));
+}
+
+// Ctrl+A is "select all" to a line edit; here it must reach the Analyze command instead.
+TEST_F(QtMainWindowTest, CtrlAInTheNameBoxAnalyzesAndShowsTheReport) {
+    nameBox().setFocus();
+    QTest::keyClicks(&nameBox(), QStringLiteral("Spleen A"));
+    EXPECT_EQ(analyze.txtAnalysisName().text(), "Spleen A");
+    typeFourRowAssay(analyze.grdData());
+
+    QTest::keyClick(&nameBox(), Qt::Key_A, Qt::ControlModifier);
+
+    const std::string expected = headlessReport("Spleen A");
+    EXPECT_EQ(expected.rfind(titron::testing::kSpleenReportWithoutTable, 0), 0u);
+    EXPECT_EQ(analyze.txtResults().text(), expected);
+    EXPECT_EQ(resultsPane().toPlainText(), toDisplayText(expected));
+    EXPECT_TRUE(resultsPane().toPlainText().contains(QStringLiteral("1 in 11,503\n")));
+    EXPECT_FALSE(nameBox().hasSelectedText());
+    EXPECT_FALSE(platform.pointer().busy());
+
+    // The pane's look: dark blue bold Courier New (a metric twin stands in), stops every
+    // 960 twips.
+    EXPECT_EQ(resultsPane().palette().color(QPalette::Text), QColor(0, 0, 128));
+    EXPECT_TRUE(resultsPane().font().bold());
+    EXPECT_DOUBLE_EQ(resultsPane().font().pointSizeF(), 9.75);
+    EXPECT_TRUE(QFontInfo(resultsPane().font()).fixedPitch());
+    const QList<qreal> stops = resultsPane().document()->defaultTextOption().tabArray();
+    ASSERT_EQ(stops.size(), 10);
+    EXPECT_EQ(stops[1], twipsToPixelsX(960, resultsPane()));
+    EXPECT_EQ(stops[9], twipsToPixelsX(9 * 960, resultsPane()));
+}
+
+TEST_F(QtMainWindowTest, CtrlAInTheResultsPaneAnalyzesAndNotesTheMissingName) {
+    typeFourRowAssay(analyze.grdData());
+    resultsPane().setFocus();
+    ASSERT_EQ(analyze.focus(), documents::Control::Results);
+
+    QString title, text;
+    QMessageBox::Icon icon = QMessageBox::NoIcon;
+    bool paneShowedReport = false;
+    whenModal([&](QWidget* modal) {
+        if (auto* box = qobject_cast<QMessageBox*>(modal)) {
+            title = box->windowTitle();
+            text = box->text();
+            icon = box->icon();
+        }
+        paneShowedReport = resultsPane().toPlainText().contains(QStringLiteral("1 in 11,503"));
+        QTest::keyClick(modal, Qt::Key_Return);
+    });
+    QTest::keyClick(&resultsPane(), Qt::Key_A, Qt::ControlModifier);
+
+    EXPECT_EQ(title, QStringLiteral("ANALYSIS NAME"));
+    EXPECT_EQ(text, QStringLiteral("There is no Analysis Name."));
+    EXPECT_EQ(icon, QMessageBox::Information);
+    EXPECT_TRUE(paneShowedReport);
+    EXPECT_EQ(resultsPane().toPlainText(), toDisplayText(headlessReport("")));
+    EXPECT_FALSE(resultsPane().textCursor().hasSelection());
+    // The note sends the user to the name box.
+    EXPECT_EQ(analyze.focus(), documents::Control::AnalysisName);
+    // The offscreen platform doesn't give the frame back its activation after the box; the
+    // frame's focus child is where the keys go once it has it.
+    EXPECT_EQ(window.focusWidget(), &nameBox());
+}
+
+// Insert and Delete follow the grid's focus: the user moves it, and a box over the window
+// doesn't count as a move.
+TEST_F(QtMainWindowTest, InsertAndDeleteFollowTheGridsFocus) {
+    QtGridView& grid = *window.analyzeWindow()->gridView();
+    grid.setFocus(Qt::MouseFocusReason);
+    EXPECT_EQ(analyze.focus(), documents::Control::Grid);
+    EXPECT_TRUE(action("Insert")->isEnabled());
+    EXPECT_TRUE(action("Delete")->isEnabled());
+    EXPECT_TRUE(action("menEditInsert")->isEnabled());
+    EXPECT_TRUE(action("menEditDelete")->isEnabled());
+
+    whenModal([](QWidget* box) { QTest::keyClick(box, Qt::Key_Return); });
+    platform.services().dialogs.messageBox({"T", "over the grid"});
+    EXPECT_EQ(analyze.focus(), documents::Control::Grid);
+    EXPECT_TRUE(action("Insert")->isEnabled());
+    // Offscreen, the frame has to be given its activation back by hand.
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    EXPECT_EQ(analyze.focus(), documents::Control::Grid);
+
+    nameBox().setFocus(Qt::MouseFocusReason);
+    EXPECT_EQ(analyze.focus(), documents::Control::AnalysisName);
+    EXPECT_FALSE(action("Insert")->isEnabled());
+    EXPECT_FALSE(action("Delete")->isEnabled());
+    EXPECT_FALSE(action("menEditInsert")->isEnabled());
+
+    resultsPane().setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(analyze.focus(), documents::Control::Results);
+}
+
+TEST_F(QtMainWindowTest, CtrlAInTheGridAnalyzesAndLeavesTheFocusThere) {
+    analyze.txtAnalysisName().setText("Spleen A");
+    typeFourRowAssay(analyze.grdData());
+    QtGridView& grid = *window.analyzeWindow()->gridView();
+    grid.setFocus(Qt::MouseFocusReason);
+    QTest::keyClick(&grid, Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(analyze.txtResults().text(), headlessReport("Spleen A"));
+    EXPECT_EQ(analyze.focus(), documents::Control::Grid);
+    EXPECT_EQ(QApplication::focusWidget(), &grid);
+    EXPECT_TRUE(action("Insert")->isEnabled());
+}
+
+TEST_F(QtMainWindowTest, CtrlQClosesTheFrame) {
+    nameBox().setFocus();
+    QTest::keyClick(&nameBox(), Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(QtMainWindowTest, NameBoxAndItsModelFollowEachOther) {
+    analyze.txtAnalysisName().setText("Bone marrow \xb5");
+    EXPECT_EQ(nameBox().text(), QString::fromUtf8("Bone marrow \u00b5"));
+
+    nameBox().setFocus();
+    nameBox().selectAll();
+    testing::typeCharacters(&nameBox(), QString::fromUtf8("Thymus \u20ac"));
+    EXPECT_EQ(analyze.txtAnalysisName().text(), "Thymus ?");
+    EXPECT_EQ(nameBox().text(), QStringLiteral("Thymus ?"));
+
+    // Typing stops at the limit; a longer name from code is shown whole.
+    nameBox().selectAll();
+    QTest::keyClicks(&nameBox(), QString(documents::kNameTypedLimit + 10, QLatin1Char('x')));
+    EXPECT_EQ(analyze.txtAnalysisName().text().size(),
+              static_cast<std::size_t>(documents::kNameTypedLimit));
+    const std::string longName(200, 'n');
+    analyze.txtAnalysisName().setText(longName);
+    EXPECT_EQ(nameBox().text().size(), 200);
+}
+
+TEST_F(QtMainWindowTest, ResizingLaysOutTheNameBoxForTheOuterWidth) {
+    window.resize(900, 600);
+    QTest::qWait(50);
+    const QMdiSubWindow* child = window.analyzeSubWindow();
+    const int outer = pixelsToTwipsX(child->width(), *child);
+    EXPECT_EQ(analyze.nameWidth(), outer - 1380);
+    // The box ends where the logic puts its right edge, and no part of the label is under it.
+    EXPECT_EQ(nameBox().geometry().right() + 1,
+              twipsToPixelsX(1200 + analyze.nameWidth(), nameBox()));
+    const QLabel* label = nameBox().parentWidget()->findChild<QLabel*>();
+    ASSERT_NE(label, nullptr);
+    EXPECT_EQ(label->text(), QStringLiteral("Analysis Name:"));
+    EXPECT_GE(label->geometry().left(), 0);
+    EXPECT_LT(label->geometry().right(), nameBox().geometry().left());
+
+    window.resize(1200, 600);
+    QTest::qWait(50);
+    EXPECT_EQ(analyze.nameWidth(), pixelsToTwipsX(child->width(), *child) - 1380);
+}
+
+TEST_F(QtMainWindowTest, AnalyzeStaysMaximisedAndCannotBeClosed) {
+    QMdiSubWindow* child = window.analyzeSubWindow();
+    EXPECT_TRUE(child->isMaximized());
+    EXPECT_FALSE(child->windowFlags().testFlag(Qt::WindowCloseButtonHint));
+    child->close();
+    EXPECT_TRUE(child->isVisible());
+    EXPECT_EQ(window.windowTitle(), QStringLiteral("Titron"));
+}
+
+TEST_F(QtMainWindowTest, PopupMenuOpensAtTheGridAndRunsTheChosenBlockCommand) {
+    analyze.grdData().setCell(1, 1, "1000");
+    QStringList captions;
+    QPoint shownAt;
+    whenPopup([&](QMenu* menu) {
+        shownAt = menu->pos();
+        QAction* copy = nullptr;
+        for (QAction* a : menu->actions()) {
+            captions << (a->isSeparator() ? QStringLiteral("-") : a->text());
+            if (a->text() == QStringLiteral("Copy")) {
+                copy = a;
+            }
+        }
+        if (copy == nullptr) {
+            menu->close();
+            return;
+        }
+        QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(copy).center());
+    });
+    session.frame.openPopup({15, 25});
+
+    EXPECT_EQ(captions, QStringList({"Cut", "Copy", "Paste", "-", "Delete", "-", "Fill"}));
+    const QWidget* viewport = window.analyzeWindow()->gridView()->viewport();
+    EXPECT_EQ(shownAt, viewport->mapToGlobal(QPoint(15, 25)));
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("1000\r\n"));
+}
+
+TEST_F(QtMainWindowTest, HelpButtonSaysWhereTheHelpFileWasLookedFor) {
+    QString title, text;
+    whenModal([&](QWidget* modal) {
+        title = modal->windowTitle();
+        if (auto* box = qobject_cast<QMessageBox*>(modal)) {
+            text = box->text();
+        }
+        QTest::keyClick(modal, Qt::Key_Return);
+    });
+    QTest::mouseClick(window.toolBar()->widgetForAction(action("Help")), Qt::LeftButton);
+    EXPECT_EQ(title, QStringLiteral("HELP CONTENTS"));
+    EXPECT_EQ(text, QStringLiteral("The help file TITRO.HLP was not found. It was looked for "
+                                   "in\n/nonexistent-titron-dir"));
+}
+
+TEST_F(QtMainWindowTest, AboutShowsTitleBuildAndClosesWithOk) {
+    QString title;
+    QStringList texts;
+    whenModal([&](QWidget* modal) {
+        title = modal->windowTitle();
+        for (const QLabel* label : modal->findChildren<QLabel*>()) {
+            texts << label->text();
+        }
+        for (QPushButton* button : modal->findChildren<QPushButton*>()) {
+            if (button->text() == QStringLiteral("&OK")) {
+                QTest::mouseClick(button, Qt::LeftButton);
+                return;
+            }
+        }
+        modal->close();
+    });
+    action("menHelpAbout")->trigger();
+    EXPECT_EQ(title, QStringLiteral("Titron"));
+    const QString shown = texts.join(QLatin1Char('\n'));
+    EXPECT_TRUE(shown.contains(QStringLiteral("Version 1.1")));
+    EXPECT_TRUE(shown.contains(QStringLiteral("Build 2001122011")));
+    EXPECT_TRUE(shown.contains(QStringLiteral("Limiting Dilution Analysis Software")));
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
+} // namespace
+} // namespace titron::qt
