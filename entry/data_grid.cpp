@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "entry/key_codes.h"
 #include "entry/key_filter.h"
 #include "entry/row_numbers.h"
 
@@ -14,11 +15,6 @@ namespace {
 
 constexpr int kDataColumns = 4;
 constexpr Colour kBlue{0, 0, 255};
-
-// Key codes of the keys the window looks at.
-constexpr int kKeyF2 = 113;
-constexpr int kKeyDelete = 46;
-constexpr int kKeyV = 86;
 
 // Resize: below this outer width nothing is laid out; the columns share W minus this.
 constexpr int kNarrowestLayout = 1000;
@@ -91,13 +87,13 @@ void DataGrid::onKeyPress(int& character) {
 }
 
 void DataGrid::onKeyDown(int keyCode, int shift) {
-    if (keyCode == kKeyF2) {
+    if (keyCode == key::F2) {
         m_grid.setEditMode(true);
-    } else if (keyCode == kKeyV && (shift & CtrlKey) != 0) {
+    } else if (keyCode == key::V && (shift & CtrlKey) != 0) {
         if (m_grid.selection().col == -1) {
             subNumberRows();
         }
-    } else if (keyCode == kKeyDelete && !m_grid.editMode()) {
+    } else if (keyCode == key::Delete && !m_grid.editMode()) {
         if (m_grid.blockSelected()) {
             const CellBlock s = m_grid.selection();
             m_grid.setBlockMode(true);
@@ -108,13 +104,7 @@ void DataGrid::onKeyDown(int keyCode, int shift) {
                 m_grid.setCol(s.col);
                 m_grid.setCol2(s.col2);
             }
-            if (s.row == -1) {
-                m_grid.setRow(1);
-                m_grid.setRow2(m_grid.rowLimit());
-            } else {
-                m_grid.setRow(s.row);
-                m_grid.setRow2(s.row2);
-            }
+            addressRowsOf(s);
         } else {
             m_grid.addressCell(m_grid.activeCol(), m_grid.activeRow());
         }
@@ -126,6 +116,17 @@ void DataGrid::onKeyDown(int keyCode, int shift) {
 
 // The table grows as soon as the cursor enters one of its last 11 rows, 100 rows at a
 // time up to 1500. Row inserts can leave a limit off the hundreds; growth still stops at 1500.
+// The block's rows, or all rows 1 to the row limit when its row bound is -1.
+void DataGrid::addressRowsOf(const CellBlock& block) {
+    if (block.row == -1) {
+        m_grid.setRow(1);
+        m_grid.setRow2(m_grid.rowLimit());
+    } else {
+        m_grid.setRow(block.row);
+        m_grid.setRow2(block.row2);
+    }
+}
+
 void DataGrid::onLeavingCell(int newCol, int newRow) {
     m_grid.addressCell(newCol, newRow);
     const int limit = m_grid.rowLimit();
@@ -227,13 +228,7 @@ void DataGrid::subEditDelete() {
         m_grid.setBlockMode(true);
         m_grid.setCol(1);
         m_grid.setCol2(1);
-        if (s.row == -1) {
-            m_grid.setRow(1);
-            m_grid.setRow2(m_grid.rowLimit());
-        } else {
-            m_grid.setRow(s.row);
-            m_grid.setRow2(s.row2);
-        }
+        addressRowsOf(s);
     } else {
         m_grid.setRow(m_grid.activeRow());
     }

@@ -53,6 +53,7 @@ class DataGrid {
     void onRightClick(int x, int y);
     void onFocusGained();
     void onFocusLost();
+    void addressRowsOf(const CellBlock& block);
     void colourDataCells();
     bool confirm(bool ask, const std::string& prompt, const std::string& title);
 

@@ -4,20 +4,13 @@
 #include <cstddef>
 #include <utility>
 
+#include "entry/key_codes.h"
 #include "platform/failure.h"
 #include "platform/platform.h"
 
 namespace titron::entry {
 
 namespace {
-
-constexpr int kBackspace = 8;
-constexpr int kEnter = 13;
-constexpr int kEscape = 27;
-// Key codes of the letters of the clipboard keys.
-constexpr int kKeyC = 67;
-constexpr int kKeyV = 86;
-constexpr int kKeyX = 88;
 
 void checkRowLimit(int rows) {
     if (rows < 0) {
@@ -467,13 +460,13 @@ void Grid::userKeyPress(int character) {
         if (!m_editMode) {
             return;
         }
-        if (character == kBackspace && !m_editText.empty()) {
+        if (character == key::Backspace && !m_editText.empty()) {
             m_editText.pop_back();
             notify(GridChangeKind::Cells,
                    CellBlock{m_activeCol, m_activeRow, m_activeCol, m_activeRow});
-        } else if (character == kEnter) {
+        } else if (character == key::Enter) {
             endEdit(true);
-        } else if (character == kEscape) {
+        } else if (character == key::Escape) {
             endEdit(false);
         }
         return;
@@ -501,13 +494,13 @@ void Grid::userKeyDown(int keyCode, int shift) {
         return;
     }
     switch (keyCode) {
-    case kKeyC:
+    case key::C:
         clipboardCopy(*m_clipboard);
         break;
-    case kKeyX:
+    case key::X:
         clipboardCut(*m_clipboard);
         break;
-    case kKeyV:
+    case key::V:
         clipboardPaste(*m_clipboard);
         break;
     default:

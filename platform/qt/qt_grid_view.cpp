@@ -10,6 +10,7 @@
 #include <QMouseEvent>
 #include <QScrollBar>
 
+#include "entry/key_codes.h"
 #include "platform/qt/qt_grid_model.h"
 #include "platform/qt/qt_twips.h"
 
@@ -21,12 +22,7 @@ namespace {
 // heading row; never less than a line of the view's font.
 constexpr int kDefaultRowTwips = 270;
 
-// The classic key codes the grid's handlers expect.
-constexpr int kCodeBackspace = 8;
-constexpr int kCodeEnter = 13;
-constexpr int kCodeEscape = 27;
-constexpr int kCodeKeypad0 = 96;
-constexpr int kCodeF1 = 112;
+// A typed character outside Latin-1 reaches the grid as this.
 constexpr int kCodeUnknownCharacter = '?';
 
 struct KeyCode {
@@ -37,17 +33,17 @@ struct KeyCode {
 // Keys whose code doesn't follow from Qt's key value. A shifted symbol is reported by the
 // key that carries it on a US keyboard, as the classic codes name keys, not characters.
 constexpr KeyCode kKeyCodes[] = {
-    {Qt::Key_Backspace, kCodeBackspace},
+    {Qt::Key_Backspace, entry::key::Backspace},
     {Qt::Key_Tab, 9},
     {Qt::Key_Backtab, 9},
-    {Qt::Key_Return, kCodeEnter},
-    {Qt::Key_Enter, kCodeEnter},
+    {Qt::Key_Return, entry::key::Enter},
+    {Qt::Key_Enter, entry::key::Enter},
     {Qt::Key_Shift, 16},
     {Qt::Key_Control, 17},
     {Qt::Key_Alt, 18},
     {Qt::Key_Pause, 19},
     {Qt::Key_CapsLock, 20},
-    {Qt::Key_Escape, kCodeEscape},
+    {Qt::Key_Escape, entry::key::Escape},
     {Qt::Key_Space, 32},
     {Qt::Key_PageUp, 33},
     {Qt::Key_PageDown, 34},
@@ -114,10 +110,10 @@ int classicKeyCode(int key, Qt::KeyboardModifiers modifiers) {
         return key; // 65..90, the upper-case letters
     }
     if (key >= Qt::Key_0 && key <= Qt::Key_9) {
-        return keypad ? kCodeKeypad0 + (key - Qt::Key_0) : key; // 48..57 on the main keys
+        return keypad ? entry::key::Keypad0 + (key - Qt::Key_0) : key; // 48..57 on the main keys
     }
     if (key >= Qt::Key_F1 && key <= Qt::Key_F24) {
-        return kCodeF1 + (key - Qt::Key_F1);
+        return entry::key::F1 + (key - Qt::Key_F1);
     }
     if (keypad) {
         if (const int code = lookUp(std::begin(kKeypadCodes), std::end(kKeypadCodes), key)) {
@@ -347,14 +343,14 @@ void QtGridView::keyPressEvent(QKeyEvent* event) {
         break;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        m_grid.userKeyPress(kCodeEnter);
+        m_grid.userKeyPress(entry::key::Enter);
         m_grid.userMoveTo(m_grid.activeCol(), m_grid.activeRow() + 1);
         break;
     case Qt::Key_Escape:
-        m_grid.userKeyPress(kCodeEscape);
+        m_grid.userKeyPress(entry::key::Escape);
         break;
     case Qt::Key_Backspace:
-        m_grid.userKeyPress(kCodeBackspace);
+        m_grid.userKeyPress(entry::key::Backspace);
         break;
     case Qt::Key_Delete:
     case Qt::Key_F2:
