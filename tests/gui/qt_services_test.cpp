@@ -115,12 +115,6 @@ TEST(QtDialogsTest, EachButtonSetAnswersWithItsNumberedDefault) {
     }
 }
 
-TEST(QtDialogsTest, DefaultBeyondTheSetIsTheFirstButton) {
-    SeenBox seen;
-    EXPECT_EQ(showAndPressEnter({"T", "text", Buttons::YesNo, Icon::None, 3}, seen), Answer::Yes);
-    EXPECT_EQ(seen.defaultButton, QMessageBox::Yes);
-}
-
 // Escape is Cancel where the box has one; a box without Cancel can't be escaped from, so
 // nobody takes "Abort" or "No" that they never chose.
 TEST(QtDialogsTest, EscapeAnswersCancelAndOnlyWhereThereIsOne) {
