@@ -62,19 +62,6 @@ TEST_F(QtMainWindowTest, MenusAndToolbarShowTheFrameModel) {
         // Qt disables what it hides.
         EXPECT_EQ(a->isEnabled(), item.usable() && item.visible) << item.name;
     }
-    // The state the program starts in, spelled out.
-    EXPECT_EQ(action("menAnalyzeAnalyze")->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_A));
-    EXPECT_EQ(action("menHelpContents")->shortcut(), QKeySequence(Qt::Key_F1));
-    EXPECT_TRUE(action("menAnalyzeAnalyze")->isEnabled());
-    EXPECT_FALSE(action("menEditInsert")->isEnabled());
-    EXPECT_FALSE(action("menEditDelete")->isEnabled());
-    EXPECT_FALSE(action("menAnalyzeChart")->isVisible());
-    EXPECT_FALSE(action("mnuDropedit")->isVisible());
-    for (const char* unavailable : {"menFileNew", "menFileOpen", "menFileSave", "menFileCopy",
-                                    "menFilePrint", "menFilePrintSetup", "menAnalyzeCompare"}) {
-        EXPECT_TRUE(action(unavailable)->isVisible()) << unavailable;
-        EXPECT_FALSE(action(unavailable)->isEnabled()) << unavailable;
-    }
     QStringList bar;
     for (QAction* menu : window.menuBar()->actions()) {
         if (menu->isVisible()) {
@@ -95,14 +82,6 @@ TEST_F(QtMainWindowTest, MenusAndToolbarShowTheFrameModel) {
             EXPECT_EQ(a->isVisible(), buttons[i].visible) << buttons[i].key;
             EXPECT_EQ(a->isEnabled(), buttons[i].usable() && buttons[i].visible) << buttons[i].key;
         }
-    }
-    EXPECT_FALSE(action("Insert")->isEnabled());
-    EXPECT_FALSE(action("Delete")->isEnabled());
-    EXPECT_FALSE(action("Chart")->isVisible());
-    EXPECT_TRUE(action("Analyze")->isEnabled());
-    for (const char* unavailable : {"New", "Open", "Save", "Copy", "Print", "Compare"}) {
-        EXPECT_TRUE(action(unavailable)->isVisible()) << unavailable;
-        EXPECT_FALSE(action(unavailable)->isEnabled()) << unavailable;
     }
 }
 
