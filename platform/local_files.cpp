@@ -153,6 +153,12 @@ std::string LocalFiles::currentDirectory() {
     return error ? std::string() : current.string();
 }
 
+bool LocalFiles::setCurrentDirectory(const std::string& path) {
+    std::error_code error;
+    fs::current_path(fs::path(path), error);
+    return !error;
+}
+
 bool matchesPattern(const std::string& name, const std::string& pattern) {
     const auto lower = [](char c) {
         return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;

@@ -14,6 +14,7 @@ class LocalFiles : public Files {
     bool exists(const std::string& path) override;
     std::vector<std::string> list(const std::string& pattern) override;
     std::string currentDirectory() override;
+    bool setCurrentDirectory(const std::string& path) override;
 };
 
 // Whether a file name matches a pattern of "*" and "?", letters compared case-blind.

@@ -5,6 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "platform/common_dialog.h"
+#include "platform/printer.h"
+
 namespace titron::platform {
 
 enum class Icon { None, Stop, Question, Exclamation, Information };
@@ -63,6 +66,8 @@ class Files {
     // as "*.tna", in the order the file system lists them.
     virtual std::vector<std::string> list(const std::string& pattern) = 0;
     virtual std::string currentDirectory() = 0;
+    // Makes path the current directory; false if it can't be.
+    virtual bool setCurrentDirectory(const std::string& path) = 0;
 };
 
 class Clipboard {
@@ -94,6 +99,8 @@ struct Platform {
     Files& files;
     Clipboard& clipboard;
     Clock& clock;
+    CommonDialogs& commonDialogs;
+    Printer& printer;
 };
 
 } // namespace titron::platform

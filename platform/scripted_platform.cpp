@@ -2,7 +2,8 @@
 
 namespace titron::platform {
 
-ScriptedPlatform::ScriptedPlatform() : m_services{*this, *this, *this, m_files, *this, *this} {
+ScriptedPlatform::ScriptedPlatform()
+    : m_services{*this, *this, *this, m_files, *this, *this, *this, *this} {
 }
 
 void ScriptedPlatform::clearTranscript() {
@@ -80,6 +81,83 @@ void ScriptedPlatform::setText(const std::string& text) {
     m_clipboard = text;
     m_hasClipboardText = true;
     m_transcript.push_back("clipboard text " + text);
+}
+
+bool ScriptedPlatform::showFileDialog(const char* kind, CommonDialog& dialog) {
+    std::optional<std::string> choice;
+    if (!m_fileChoices.empty()) {
+        choice = m_fileChoices.front();
+        m_fileChoices.pop_front();
+    }
+    m_transcript.push_back(std::string(kind) + " dialog [" + dialog.dialogTitle + "] flags " +
+                           std::to_string(dialog.flags) + " ext " + dialog.defaultExt + " filter " +
+                           dialog.filter + " file " + dialog.fileName +
+                           (choice ? " -> " + *choice : " -> cancelled"));
+    if (!choice) {
+        return false;
+    }
+    dialog.fileName = *choice;
+    const std::size_t slash = choice->rfind('/');
+    if (slash != std::string::npos) {
+        m_files.setCurrentDirectory(slash == 0 ? "/" : choice->substr(0, slash));
+    }
+    return true;
+}
+
+bool ScriptedPlatform::showOpen(CommonDialog& dialog) {
+    return showFileDialog("open", dialog);
+}
+
+bool ScriptedPlatform::showSave(CommonDialog& dialog) {
+    return showFileDialog("save", dialog);
+}
+
+bool ScriptedPlatform::showPrinter(CommonDialog& dialog) {
+    bool accepted = false;
+    if (!m_printerChoices.empty()) {
+        accepted = m_printerChoices.front();
+        m_printerChoices.pop_front();
+    }
+    m_transcript.push_back("printer dialog flags " + std::to_string(dialog.flags) +
+                           (accepted ? " -> accepted" : " -> cancelled"));
+    return accepted;
+}
+
+void ScriptedPlatform::recordPrinter(const std::string& operation) {
+    m_transcript.push_back("printer " + operation);
+}
+
+void ScriptedPlatform::setLeftOrigin(int twips) {
+    recordPrinter("left origin " + std::to_string(twips));
+}
+
+void ScriptedPlatform::setOrientation(Orientation orientation) {
+    recordPrinter(orientation == Orientation::Portrait ? "portrait" : "landscape");
+}
+
+void ScriptedPlatform::setFontName(const std::string& name) {
+    recordPrinter("font " + name);
+}
+
+void ScriptedPlatform::setFontSize(double points) {
+    std::string size = std::to_string(points);
+    size.erase(size.find_last_not_of('0') + 1);
+    if (!size.empty() && size.back() == '.') {
+        size.pop_back();
+    }
+    recordPrinter("size " + size);
+}
+
+void ScriptedPlatform::setEmphasis(bool on) {
+    recordPrinter(on ? "emphasis on" : "emphasis off");
+}
+
+void ScriptedPlatform::printText(const std::string& text) {
+    recordPrinter("print " + text);
+}
+
+void ScriptedPlatform::endDocument() {
+    recordPrinter("end document");
 }
 
 } // namespace titron::platform

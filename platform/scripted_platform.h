@@ -5,6 +5,7 @@
 
 #include <deque>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,7 +29,9 @@ class ScriptedPlatform : public Dialogs,
                          public Pointer,
                          public EventLoop,
                          public Clipboard,
-                         public Clock {
+                         public Clock,
+                         public CommonDialogs,
+                         public Printer {
   public:
     ScriptedPlatform();
 
@@ -45,6 +48,14 @@ class ScriptedPlatform : public Dialogs,
         m_inputResponder = std::move(responder);
     }
     void setToday(CalendarDate date) { m_today = date; }
+    // The outcome of the next file dialogs, in order: a path chooses it, nullopt cancels. With
+    // none queued a file dialog is cancelled. An accepted dialog makes the chosen file's
+    // directory current, as a desktop's file dialog does.
+    void queueFileChoice(std::optional<std::string> path) {
+        m_fileChoices.push_back(std::move(path));
+    }
+    // The outcome of the next printer dialogs; with none queued a printer dialog is cancelled.
+    void queuePrinterChoice(bool accepted) { m_printerChoices.push_back(accepted); }
 
     const std::vector<ShownBox>& boxes() const { return m_boxes; }
     const std::vector<ShownInput>& inputs() const { return m_shownInputs; }
@@ -68,8 +79,23 @@ class ScriptedPlatform : public Dialogs,
     std::string text() override { return m_clipboard; }
     // Clock
     CalendarDate today() override { return m_today; }
+    // CommonDialogs: recorded with their fields as "open dialog [title] flags ... file ..."
+    bool showOpen(CommonDialog& dialog) override;
+    bool showSave(CommonDialog& dialog) override;
+    bool showPrinter(CommonDialog& dialog) override;
+    // Printer: every operation is recorded as one "printer ..." line.
+    void setLeftOrigin(int twips) override;
+    void setOrientation(Orientation orientation) override;
+    void setFontName(const std::string& name) override;
+    void setFontSize(double points) override;
+    void setEmphasis(bool on) override;
+    void printText(const std::string& text) override;
+    void endDocument() override;
 
   private:
+    bool showFileDialog(const char* kind, CommonDialog& dialog);
+    void recordPrinter(const std::string& operation);
+
     LocalFiles m_files;
     Platform m_services;
     std::deque<Answer> m_answers;
@@ -82,6 +108,8 @@ class ScriptedPlatform : public Dialogs,
     std::string m_clipboard;
     bool m_hasClipboardText = false;
     CalendarDate m_today{2026, 11, 23};
+    std::deque<std::optional<std::string>> m_fileChoices;
+    std::deque<bool> m_printerChoices;
 };
 
 // The answer of a box's default button.

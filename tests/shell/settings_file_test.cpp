@@ -91,6 +91,7 @@ class FakeFiles : public platform::Files {
     void writeAll(const std::string&, const std::string&) override { ADD_FAILURE(); }
     std::vector<std::string> list(const std::string&) override { return {}; }
     std::string currentDirectory() override { return "/"; }
+    bool setCurrentDirectory(const std::string&) override { return false; }
 };
 
 TEST(SettingsFile, OnlyAReadableTitroIniCounts) {
