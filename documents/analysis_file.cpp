@@ -12,6 +12,23 @@ namespace {
 constexpr int kSavedPauseMs = 500;
 } // namespace
 
+std::string Analyze::composeTableForm(bool labelledName) {
+    std::string text;
+    if (!m_session.AnalysisFile.empty()) {
+        text += analysis::fileLine(m_session.AnalysisFile);
+    }
+    if (!m_name.text().empty()) {
+        if (labelledName) {
+            text += "Analysis Name: ";
+        }
+        text += m_name.text();
+        text += analysis::kLineEnd;
+        text += analysis::kLineEnd;
+    }
+    text += layoutTable(m_grid);
+    return text;
+}
+
 std::string Analyze::composeFileText() {
     if (reportPresent()) {
         return m_results.text();
@@ -19,25 +36,21 @@ std::string Analyze::composeFileText() {
     if (m_grid.dataRowCount() < 1) {
         return {};
     }
-    std::string text;
-    if (!m_session.AnalysisFile.empty()) {
-        text += analysis::fileLine(m_session.AnalysisFile);
-    }
-    if (!m_name.text().empty()) {
-        text += "Analysis Name: " + m_name.text() + "\r\n\r\n";
-    }
-    text += layoutTable(m_grid);
-    return text;
+    return composeTableForm(true);
 }
 
 bool Analyze::saveDocument(const std::string& path) {
-    const std::string text = composeFileText();
+    return writeDocument(path, composeFileText());
+}
+
+// The text was composed before the dialog, so its file line names the document's old path.
+bool Analyze::writeDocument(const std::string& path, const std::string& text) {
     m_platform.pointer.setBusy(true);
     m_session.LastDirectory = m_platform.files.currentDirectory();
     m_session.AnalysisFile = path;
     bool written = true;
     try {
-        m_platform.files.writeAll(path, text + "\r\n");
+        m_platform.files.writeAll(path, text + std::string(analysis::kLineEnd));
     } catch (const platform::Failure&) {
         written = false; // the window goes on as if it had worked; the old file stays
     }

@@ -45,7 +45,8 @@ void Analyze::load() {
 }
 
 void Analyze::setFocus(Control control) {
-    if (control == m_focus) {
+    // While the name's boxes are up, a move elsewhere is the window system's, not the user's.
+    if (control == m_focus || (m_checkingName && control != Control::AnalysisName)) {
         return;
     }
     const Control previous = m_focus;
@@ -58,6 +59,9 @@ void Analyze::setFocus(Control control) {
     }
     if (m_focusListener) {
         m_focusListener();
+    }
+    if (previous == Control::AnalysisName) {
+        txtAnalysisNameLostFocus();
     }
 }
 

@@ -12,6 +12,7 @@
 #include "analysis/figures.h"
 #include "entry/data_grid.h"
 #include "entry/grid.h"
+#include "platform/common_dialog.h"
 #include "platform/platform.h"
 #include "shell/results_pane.h"
 #include "shell/session.h"
@@ -75,6 +76,20 @@ class Analyze {
     // The same, telling how it ended.
     AnalysisRun runAnalysis();
 
+    // The commands of the File menu. New, Open and Save ask the save question and show
+    // the window's file dialogs; Copy and Print take the report if the pane holds one, else
+    // the grid, and change nothing of the document.
+    void subFileNew();
+    void subFileOpen();
+    void subFileSave();
+    void subFileCopy();
+    void subFilePrint();
+
+    // The window's dialog object. Its file name outlives a command: a cancelled save empties
+    // it, and the save question's Yes looks at it afterwards.
+    platform::CommonDialog& CMDialog() { return m_dialog; }
+    const platform::CommonDialog& CMDialog() const { return m_dialog; }
+
     // Opens the file at path into the document, as the Open command does once its dialog
     // has given the path (the save question and the dialog are the caller's).
     LoadOutcome openDocument(const std::string& path);
@@ -84,6 +99,12 @@ class Analyze {
     // Writes the document to path, as the Save command does once its dialog has given the
     // path. Returns false when the write failed (which the window doesn't report).
     bool saveDocument(const std::string& path);
+
+    // The name box's rules. A typed key: returns the character to pass on, 0 to drop it
+    // (double quotation marks and commas; Enter moves on to the grid). Losing the focus: a
+    // name that holds either character (pasted in) gets a box for each, and the focus back.
+    int txtAnalysisNameKeyPress(int character);
+    void txtAnalysisNameLostFocus();
 
     // Lays the window out for its outer width W (twips): the name box and the grid's
     // columns. A window of 1000 or less keeps its layout.
@@ -113,6 +134,15 @@ class Analyze {
 
   private:
     LoadOutcome subLoadAnalysis();
+    // The save question when the document is changed: true to go on with the command.
+    bool settleChanges(const char* question);
+    // The table form: the file line, the name (labelled for a file, bare for the printed
+    // page) and the laid-out table.
+    std::string composeTableForm(bool labelledName);
+    // Steps after an accepted save dialog; false when the write failed (not reported).
+    bool writeDocument(const std::string& path, const std::string& text);
+    // With neither a report nor data rows: the box of the command, and true.
+    bool nothingToPutOut(const char* title, const char* text);
     void onGridCellChanged();
     void onNameChanged();
     void putCursorOn(int column, int row);
@@ -128,6 +158,8 @@ class Analyze {
     Control m_focus = Control::None;
     std::function<void()> m_focusListener;
     int m_nameWidth = 0;
+    platform::CommonDialog m_dialog;
+    bool m_checkingName = false; // the name's boxes are up: a focus move now is theirs
 };
 
 } // namespace titron::documents

@@ -4,17 +4,15 @@
 #include <utility>
 
 #include "analysis/report.h"
+#include "documents/save_question.h"
 
 namespace titron::shell {
 
 namespace {
 
-// Commands whose windows and dialogs are not part of the program yet. They keep their
-// places in the menu and on the toolbar, disabled, so that nothing pretends to work.
-constexpr Command kNotYetAvailable[] = {
-    Command::FileNew,   Command::FileOpen,       Command::FileSave,       Command::FileCopy,
-    Command::FilePrint, Command::FilePrintSetup, Command::AnalyzeCompare, Command::CompareToggle,
-};
+// Commands whose windows are not part of the program yet. They keep their places in the
+// menu and on the toolbar, disabled, so that nothing pretends to work.
+constexpr Command kNotYetAvailable[] = {Command::AnalyzeCompare, Command::CompareToggle};
 
 constexpr const char* kHelpTitle = "HELP CONTENTS";
 
@@ -53,7 +51,36 @@ void Main::toolbarClick(std::string_view key) {
 }
 
 void Main::run(Command command) {
+    // Routed commands go to the comparison window's own command while it is visible.
     switch (command) {
+    case Command::FileNew:
+        m_analyze.subFileNew();
+        break;
+    case Command::FileOpen:
+        if (!compareVisible()) {
+            m_analyze.subFileOpen();
+        }
+        break;
+    case Command::FileSave:
+        if (!compareVisible()) {
+            m_analyze.subFileSave();
+        }
+        break;
+    case Command::FileCopy:
+        if (!compareVisible()) {
+            m_analyze.subFileCopy();
+        }
+        break;
+    case Command::FilePrint:
+        if (!compareVisible()) {
+            m_analyze.subFilePrint();
+        }
+        break;
+    case Command::FilePrintSetup:
+        // Whatever the user does in it, nothing of the outcome is looked at.
+        m_dialog.flags = platform::dialog_flag::PrintSetup;
+        m_platform.commonDialogs.showPrinter(m_dialog);
+        break;
     case Command::FileExit:
         m_windows.closeFrame();
         break;
@@ -61,7 +88,6 @@ void Main::run(Command command) {
         m_analyze.subEditInsert();
         break;
     case Command::EditDelete:
-        // Routed: the comparison window's own delete would take it while that is visible.
         if (!compareVisible()) {
             m_analyze.subEditDelete();
         }
@@ -93,6 +119,40 @@ void Main::run(Command command) {
     default:
         // The chart was never built; the others are not available yet.
         break;
+    }
+}
+
+bool Main::saveForQuestion() {
+    run(Command::FileSave);
+    return !m_analyze.CMDialog().fileName.empty();
+}
+
+bool Main::queryClose() {
+    if (m_session.AnalysisChanged == kUnchanged) {
+        return true;
+    }
+    switch (documents::askSaveQuestion(m_platform.dialogs, documents::kSaveQuestion)) {
+    case platform::Answer::Cancel:
+        return false;
+    case platform::Answer::Yes:
+        return saveForQuestion();
+    default:
+        return true;
+    }
+}
+
+bool Main::settleBeforeCompare() {
+    if (m_session.AnalysisChanged == kUnchanged) {
+        return true;
+    }
+    switch (documents::askSaveQuestion(m_platform.dialogs, documents::kSaveQuestion)) {
+    case platform::Answer::Cancel:
+        return false;
+    case platform::Answer::Yes:
+        saveForQuestion();
+        return true;
+    default:
+        return true;
     }
 }
 

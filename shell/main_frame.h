@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "documents/analyze.h"
+#include "platform/common_dialog.h"
 #include "platform/frame_windows.h"
 #include "platform/platform.h"
 #include "shell/frame_model.h"
@@ -30,17 +31,28 @@ class Main {
     // Whether the comparison window is visible, which decides where routed commands go.
     bool compareVisible() const { return m_compareVisible; }
 
+    // Every way of closing the frame asks this first: the save question while the document
+    // is changed. True when the program may end; false keeps it open.
+    bool queryClose();
+    // The compare command's part before the comparison window: the save question, where
+    // Yes saves and the command goes on whatever became of the save. False on Cancel.
+    bool settleBeforeCompare();
+
     // The help viewer: the help file of the program's directory, opened with the desktop's
     // handler; a box says where it was looked for when it is not there.
     void helpContents();
 
   private:
+    // The routed Save; true when its dialog was not cancelled.
+    bool saveForQuestion();
+
     platform::Platform& m_platform;
     platform::FrameWindows& m_windows;
     Session& m_session;
     documents::Analyze& m_analyze;
     std::string m_programDirectory;
-    bool m_compareVisible = false; // the comparison window is not part of the program yet
+    bool m_compareVisible = false;   // the comparison window is not part of the program yet
+    platform::CommonDialog m_dialog; // the frame's own, for the printer setup
 };
 
 } // namespace titron::shell

@@ -22,7 +22,8 @@ struct Row {
 
 class AnalyzeFixture : public ::testing::Test {
   protected:
-    AnalyzeFixture() : analyze(platform.services(), session) {
+    AnalyzeFixture()
+        : analyze(platform.services(), session), startDirectory(std::filesystem::current_path()) {
         analyze.load();
         directory = std::filesystem::temp_directory_path() /
                     ("titron-test-" + std::to_string(::getpid()) + "-" +
@@ -30,7 +31,11 @@ class AnalyzeFixture : public ::testing::Test {
         std::filesystem::remove_all(directory);
         std::filesystem::create_directories(directory);
     }
-    ~AnalyzeFixture() override { std::filesystem::remove_all(directory); }
+    // Accepted file dialogs move the current directory; it goes back before the files go.
+    ~AnalyzeFixture() override {
+        std::filesystem::current_path(startDirectory);
+        std::filesystem::remove_all(directory);
+    }
 
     void type(std::initializer_list<Row> rows, int firstRow = 1) {
         int row = firstRow;
@@ -49,6 +54,17 @@ class AnalyzeFixture : public ::testing::Test {
               {"3000", "6", "24", ""},
               {"10000", "14", "24", ""},
               {"30000", "22", "24", ""}});
+    }
+
+    // Types text into a cell as the user does, which raises the grid's cell changed.
+    void userType(int col, int row, const std::string& text) {
+        entry::Grid& grid = analyze.grdData();
+        grid.addressCell(col, row);
+        grid.activate();
+        for (char c : text) {
+            grid.userKeyPress(static_cast<unsigned char>(c));
+        }
+        grid.userCommitEdit();
     }
 
     std::string path(const std::string& name) const { return (directory / name).string(); }
@@ -70,6 +86,7 @@ class AnalyzeFixture : public ::testing::Test {
     platform::ScriptedPlatform platform;
     shell::Session session;
     Analyze analyze;
+    std::filesystem::path startDirectory;
     std::filesystem::path directory;
 };
 

@@ -141,12 +141,10 @@ TEST_F(MainFrameTest, DisabledHiddenAndNotYetAvailableCommandsDoNothing) {
     main.menuClick("menEditDelete"); // off until the grid has the focus
     main.toolbarClick("Insert");
     EXPECT_EQ(cell(1, 1), "5");
-    for (const char* name :
-         {"menFileNew", "menFileOpen", "menFileSave", "menFileCopy", "menFilePrint",
-          "menFilePrintSetup", "menAnalyzeCompare", "menAnalyzeChart", "no such item", "mend11"}) {
+    for (const char* name : {"menAnalyzeCompare", "menAnalyzeChart", "no such item", "mend11"}) {
         main.menuClick(name);
     }
-    for (const char* key : {"New", "Open", "Save", "Copy", "Print", "Compare", "Chart"}) {
+    for (const char* key : {"Compare", "Chart"}) {
         main.toolbarClick(key);
     }
     EXPECT_TRUE(log.empty());
@@ -194,6 +192,60 @@ TEST_F(MainFrameTest, AboutAndExitGoToTheirWindows) {
     main.menuClick("menHelpAbout");
     main.menuClick("menFileExit");
     EXPECT_EQ(log, (std::vector<std::string>{"about", "close frame"}));
+}
+
+TEST_F(MainFrameTest, FileCommandsReachTheDocumentAndPrintSetupTheFramesDialog) {
+    typeFourRowExample();
+    platform.queueFileChoice(path("menu.tna"));
+    main.menuClick("menFileSave");
+    EXPECT_TRUE(std::filesystem::exists(path("menu.tna")));
+    main.toolbarClick("Copy");
+    EXPECT_NE(platform.text().find("30000\t22"), std::string::npos);
+    main.menuClick("menFilePrintSetup");
+    EXPECT_EQ(platform.transcript().back(), "printer dialog flags 64 -> cancelled");
+    main.toolbarClick("New");
+    EXPECT_EQ(cell(1, 1), "");
+    platform.queueFileChoice(path("menu.tna"));
+    main.toolbarClick("Open");
+    EXPECT_EQ(cell(1, 4), "30000");
+}
+
+TEST_F(MainFrameTest, ExitAsksWhileChangedAndEachAnswerDecides) {
+    EXPECT_TRUE(main.queryClose()); // a new document: nothing to ask
+    analyze.txtAnalysisName().setText("Only named");
+    EXPECT_TRUE(main.queryClose()); // naming an empty document changes nothing
+    EXPECT_TRUE(boxes().empty());
+
+    typeFourRowExample();
+    analyze.subAnalyze();
+    platform.clearTranscript();
+    platform.queueAnswer(platform::Answer::Cancel);
+    EXPECT_FALSE(main.queryClose());
+    EXPECT_EQ(boxes().at(0).request.text, "Save the Titron analysis file?");
+    platform.queueAnswer(platform::Answer::No);
+    EXPECT_TRUE(main.queryClose());
+    // Yes with a cancelled save dialog keeps the program open; a save lets it end.
+    platform.queueAnswer(platform::Answer::Yes);
+    EXPECT_FALSE(main.queryClose());
+    platform.queueAnswer(platform::Answer::Yes);
+    platform.queueFileChoice(path("at exit.tna"));
+    EXPECT_TRUE(main.queryClose());
+    EXPECT_EQ(readFile("at exit.tna"), pane() + "\r\n");
+    EXPECT_TRUE(main.queryClose()); // saved: no more question
+}
+
+TEST_F(MainFrameTest, CompareQuestionGoesOnWhateverBecameOfTheSave) {
+    typeFourRowExample();
+    analyze.subAnalyze();
+    platform.clearTranscript();
+    platform.queueAnswer(platform::Answer::Cancel);
+    EXPECT_FALSE(main.settleBeforeCompare());
+    platform.queueAnswer(platform::Answer::Yes); // and the save dialog is cancelled
+    EXPECT_TRUE(main.settleBeforeCompare());
+    EXPECT_EQ(session.AnalysisChanged, kChanged);
+    platform.queueAnswer(platform::Answer::No);
+    EXPECT_TRUE(main.settleBeforeCompare());
+    EXPECT_EQ(boxes().size(), 3U);
 }
 
 } // namespace
