@@ -1,6 +1,9 @@
-// Titron, the desktop program: the Qt windows over the core's window logic.
+// Titron, the desktop program: the Qt windows over the core's window logic. A file named on
+// the command line (as a double-click on an analysis file names it) opens once start-up is
+// done.
 #include <QApplication>
 #include <QFile>
+#include <QIcon>
 
 #include "documents/analyze.h"
 #include "platform/qt/qt_frame_windows.h"
@@ -13,6 +16,9 @@
 int main(int argc, char* argv[]) {
     using namespace titron;
     QApplication application(argc, argv);
+    QGuiApplication::setDesktopFileName(QStringLiteral("titron"));
+    QApplication::setWindowIcon(
+        QIcon::fromTheme(QStringLiteral("titron"), QIcon(QStringLiteral(":/titron.png"))));
     qt::QtPlatform platform;
     shell::Session session;
     documents::Analyze analyze(platform.services(), session);
@@ -21,9 +27,16 @@ int main(int argc, char* argv[]) {
     shell::Main frame(platform.services(), windows, session, analyze,
                       QFile::encodeName(QCoreApplication::applicationDirPath()).toStdString());
     window.setMain(frame);
-    if (shell::Startup(platform.services(), windows, session, analyze).run() ==
-        shell::StartupOutcome::EndProgram) {
+    const shell::StartupOutcome started =
+        shell::Startup(platform.services(), windows, session, analyze).run();
+    if (started == shell::StartupOutcome::EndProgram) {
         windows.endProgram();
+    }
+    // Qt has taken its own options out of the arguments; the first one left is the file.
+    const QStringList arguments = QCoreApplication::arguments();
+    if (started == shell::StartupOutcome::Ready && arguments.size() > 1) {
+        frame.openGivenFile(QFile::encodeName(arguments.at(1)).toStdString());
+        window.analyzeWindow()->followFocus();
     }
     return QApplication::exec();
 }

@@ -1,6 +1,7 @@
 #include "shell/main_frame.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <utility>
 
 #include "analysis/report.h"
@@ -154,6 +155,17 @@ bool Main::settleBeforeCompare() {
     default:
         return true;
     }
+}
+
+void Main::openGivenFile(const std::string& path) {
+    std::error_code error;
+    const std::filesystem::path full = std::filesystem::absolute(path, error).lexically_normal();
+    const std::string fullPath = error ? path : full.string();
+    if (!error) {
+        m_platform.files.setCurrentDirectory(full.parent_path().string());
+    }
+    m_analyze.CMDialog().fileName = fullPath;
+    m_analyze.openDocument(fullPath);
 }
 
 void Main::helpContents() {

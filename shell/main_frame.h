@@ -38,6 +38,11 @@ class Main {
     // Yes saves and the command goes on whatever became of the save. False on Cancel.
     bool settleBeforeCompare();
 
+    // A file named when the program was started, as a double-click on an analysis file
+    // names it: opened into the document as Open would open it, its directory made the
+    // current one as an accepted file dialog leaves it.
+    void openGivenFile(const std::string& path);
+
     // The help viewer: the help file of the program's directory, opened with the desktop's
     // handler; a box says where it was looked for when it is not there.
     void helpContents();

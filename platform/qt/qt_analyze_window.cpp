@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QFocusEvent>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMdiSubWindow>
@@ -12,6 +13,7 @@
 #include <QTextEdit>
 #include <QVBoxLayout>
 
+#include "entry/key_codes.h"
 #include "platform/qt/qt_grid_view.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/qt_twips.h"
@@ -27,6 +29,19 @@ constexpr int kLabelLeft = 120;
 constexpr int kNameLeft = 1200;
 constexpr int kLabelGap = 60;
 constexpr int kRowMarginPixels = 4;
+
+// The character that a key press types, as the name's rule sees it: Enter as 13, a
+// printable Latin-1 character as itself, anything else (shortcuts, arrows) as 0.
+int typedCharacter(const QKeyEvent& key) {
+    if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) {
+        return entry::key::Enter;
+    }
+    if ((key.modifiers() & Qt::ControlModifier) != 0 || key.text().size() != 1) {
+        return 0;
+    }
+    const char16_t code = key.text().at(0).unicode();
+    return code >= 32 && code <= 255 ? code : 0;
+}
 
 } // namespace
 
@@ -127,6 +142,12 @@ void QtAnalyzeWindow::resizeEvent(QResizeEvent* event) {
 bool QtAnalyzeWindow::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::FocusIn) {
         m_analyze.setFocus(controlOf(static_cast<QWidget*>(watched)));
+    }
+    if (watched == m_name && event->type() == QEvent::KeyPress) {
+        const int character = typedCharacter(*static_cast<QKeyEvent*>(event));
+        if (character != 0 && m_analyze.txtAnalysisNameKeyPress(character) == 0) {
+            return true; // the name's rule dropped it
+        }
     }
     return QWidget::eventFilter(watched, event);
 }

@@ -53,7 +53,12 @@ QtMainWindow::~QtMainWindow() {
     m_session.frameCaption.setListener(nullptr);
 }
 
+// Every way of closing the frame (its close box, Exit, the desktop) asks the exit question.
 void QtMainWindow::closeEvent(QCloseEvent* event) {
+    if (m_main != nullptr && !m_main->queryClose()) {
+        event->ignore();
+        return;
+    }
     event->accept();
 }
 

@@ -243,6 +243,45 @@ TEST_F(DocumentLifecycleTest, FailedWriteIsNotReportedAndLeavesTheOldFile) {
     EXPECT_EQ(boxes().size(), 0U);
 }
 
+// Whatever the open dialog hands over, a file that can't be taken ends in the loading
+// failure box and the program goes on.
+TEST_F(DocumentLifecycleTest, UnreadableChoicesEndInTheLoadingBox) {
+    const std::string locked = writeFile("locked.tna", "1000\t2\t24\r\n");
+    std::filesystem::permissions(locked, std::filesystem::perms::none);
+    const bool enforced = ::geteuid() != 0; // root reads it anyway
+    // 200 MB of rows: far more than the 32,767 rows the table can number.
+    std::string huge;
+    huge.reserve(200u << 20);
+    while (huge.size() < (200u << 20)) {
+        huge += "1000\t2\t24\tplate of the long run\r\n";
+    }
+    const std::vector<std::pair<std::string, std::string>> cases{
+        {path("deleted after the dialog.tna"), "Titron ERROR #File not found"},
+        {directory.string(), "Titron ERROR #Path/File access error"},
+        {writeFile("huge.txt", huge), "Titron ERROR #Overflow"},
+        {locked, "Titron ERROR #Permission denied"},
+    };
+    huge.clear();
+    huge.shrink_to_fit();
+    for (const auto& [file, title] : cases) {
+        if (file == locked && !enforced) {
+            continue;
+        }
+        platform.clearTranscript();
+        platform.queueFileChoice(file);
+        analyze.subFileOpen();
+        ASSERT_EQ(boxes().size(), 1U) << file;
+        EXPECT_EQ(boxes()[0].request.title, title);
+        EXPECT_EQ(boxes()[0].request.text, "An error occurred loading the data.");
+        EXPECT_FALSE(platform.pointerBusy());
+    }
+    std::filesystem::permissions(locked, std::filesystem::perms::owner_all);
+    // The program goes on: the next file opens.
+    platform.queueFileChoice(writeFile("good.tna", "1000\t2\t24\r\n"));
+    analyze.subFileOpen();
+    EXPECT_EQ(cell(1, 1), "1000");
+}
+
 TEST_F(DocumentLifecycleTest, NameBoxDropsQuotesAndCommasAndEnterMovesToTheGrid) {
     EXPECT_EQ(analyze.txtAnalysisNameKeyPress('"'), 0);
     EXPECT_EQ(analyze.txtAnalysisNameKeyPress(','), 0);

@@ -198,10 +198,54 @@ TEST_F(QtMainWindowTest, CtrlAInTheGridAnalyzesAndLeavesTheFocusThere) {
     EXPECT_TRUE(action("Insert")->isEnabled());
 }
 
-TEST_F(QtMainWindowTest, CtrlQClosesTheFrame) {
+// Ctrl+Q and the close box take the same road: the exit question while the document is
+// changed, where Cancel keeps the program open.
+TEST_F(QtMainWindowTest, ClosingTheFrameAsksWhileChangedAndCancelKeepsItOpen) {
+    typeFourRowAssay(analyze.grdData());
+    session.AnalysisChanged = shell::kChanged;
+    QString question;
+    whenModal([&](QWidget* modal) {
+        if (auto* box = qobject_cast<QMessageBox*>(modal)) {
+            question = box->windowTitle() + QLatin1Char('|') + box->text();
+        }
+        QTest::keyClick(modal, Qt::Key_Escape);
+    });
     nameBox().setFocus();
     QTest::keyClick(&nameBox(), Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_EQ(question, QStringLiteral("SAVE ANALYSIS FILE?|Save the Titron analysis file?"));
+    EXPECT_TRUE(window.isVisible());
+
+    whenModal([&](QWidget* modal) { QTest::keyClick(modal, Qt::Key_N); });
+    window.close(); // as the window manager's close box does
     EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(QtMainWindowTest, NameBoxDropsQuotesAndCommasAndEnterGoesToTheGrid) {
+    nameBox().setFocus();
+    QTest::keyClicks(&nameBox(), QStringLiteral("Spleen \"A\", day 3"));
+    EXPECT_EQ(analyze.txtAnalysisName().text(), "Spleen A day 3");
+    QTest::keyClick(&nameBox(), Qt::Key_Return);
+    EXPECT_EQ(analyze.focus(), documents::Control::Grid);
+    EXPECT_EQ(window.focusWidget(), window.analyzeWindow()->gridView());
+}
+
+TEST_F(QtMainWindowTest, PastedCommaIsPointedOutWhenTheNameLosesTheFocus) {
+    nameBox().setFocus();
+    nameBox().setText(QStringLiteral("Spleen, A"));
+    analyze.txtAnalysisName().setText("Spleen, A");
+    int boxes = 0;
+    QString text;
+    whenModal([&](QWidget* modal) {
+        ++boxes;
+        text = qobject_cast<QMessageBox*>(modal)->text();
+        QTest::keyClick(modal, Qt::Key_Return);
+    });
+    window.analyzeWindow()->gridView()->setFocus();
+    QTest::qWait(50);
+    EXPECT_EQ(boxes, 1);
+    EXPECT_EQ(text, QStringLiteral("The Analysis Name cannot contain commas."));
+    EXPECT_EQ(analyze.focus(), documents::Control::AnalysisName);
+    EXPECT_EQ(window.focusWidget(), &nameBox());
 }
 
 TEST_F(QtMainWindowTest, NameBoxAndItsModelFollowEachOther) {

@@ -210,6 +210,23 @@ TEST_F(MainFrameTest, FileCommandsReachTheDocumentAndPrintSetupTheFramesDialog) 
     EXPECT_EQ(cell(1, 4), "30000");
 }
 
+TEST_F(MainFrameTest, FileGivenAtStartOpensAsOpenWouldAndAMissingOneGetsTheLoadingBox) {
+    writeFile("given.tna", "Analysis Name: Given\r\n\r\n1000\t2\t24\r\n");
+    std::filesystem::current_path(directory);
+    main.openGivenFile("./sub/../given.tna");
+    EXPECT_EQ(analyze.txtAnalysisName().text(), "Given");
+    EXPECT_EQ(cell(1, 1), "1000");
+    EXPECT_EQ(session.AnalysisFile, path("given.tna"));
+    EXPECT_EQ(session.frameCaption.text(), "Titron - [" + lowerCase(path("given.tna")) + "]");
+    EXPECT_EQ(analyze.CMDialog().fileName, path("given.tna"));
+    EXPECT_EQ(session.AnalysisChanged, kUnchanged);
+    EXPECT_TRUE(boxes().empty());
+
+    main.openGivenFile(path("missing.tna"));
+    ASSERT_EQ(boxes().size(), 2U); // the append question, then the loading failure
+    EXPECT_EQ(boxes()[1].request.text, "An error occurred loading the data.");
+}
+
 TEST_F(MainFrameTest, ExitAsksWhileChangedAndEachAnswerDecides) {
     EXPECT_TRUE(main.queryClose()); // a new document: nothing to ask
     analyze.txtAnalysisName().setText("Only named");
