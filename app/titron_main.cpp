@@ -6,6 +6,7 @@
 #include <QIcon>
 
 #include "documents/analyze.h"
+#include "platform/qt/qt_analyze_window.h"
 #include "platform/qt/qt_frame_windows.h"
 #include "platform/qt/qt_main_window.h"
 #include "platform/qt/qt_platform.h"

@@ -1,14 +1,18 @@
-// The services of the desktop program: Qt dialogs, pointer, event loop, clipboard and clock,
-// with files on the local file system.
+// The services of the desktop program: Qt dialogs, pointer, event loop, clipboard, clock,
+// file and printer dialogs and the print device, with files on the local file system.
 #pragma once
+
+#include <QPrinter>
 
 #include "platform/local_files.h"
 #include "platform/platform.h"
 #include "platform/qt/qt_clipboard.h"
 #include "platform/qt/qt_clock.h"
+#include "platform/qt/qt_common_dialogs.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/qt_pointer.h"
+#include "platform/qt/qt_printer.h"
 
 namespace titron::qt {
 
@@ -20,6 +24,8 @@ class QtPlatform {
 
     platform::Platform& services() { return m_services; }
     QtPointer& pointer() { return m_pointer; }
+    // The printer that the printer dialogs choose and the print device prints on.
+    QPrinter& qprinter() { return m_qprinter; }
 
   private:
     QtDialogs m_dialogs;
@@ -28,6 +34,10 @@ class QtPlatform {
     platform::LocalFiles m_files;
     QtClipboard m_clipboard;
     QtClock m_clock;
+    // Before the dialogs and the device that refer to it.
+    QPrinter m_qprinter;
+    QtCommonDialogs m_commonDialogs;
+    QtPrinter m_printer;
     platform::Platform m_services;
 };
 

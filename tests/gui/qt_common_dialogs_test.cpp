@@ -1,0 +1,102 @@
+// The file dialogs: Qt's filters from the program's, and a save as the user goes through it
+// from the keyboard.
+#include <deque>
+#include <functional>
+
+#include <QApplication>
+#include <QDir>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+#include "platform/qt/qt_platform.h"
+
+namespace titron::qt {
+namespace {
+
+namespace flag = platform::dialog_flag;
+
+TEST(QtNameFiltersTest, LabelsCarryQtsFormOfTheirPatterns) {
+    EXPECT_EQ(
+        qtNameFilters("Titron Analysis Files (*.tna)|*.tna|Text Files (*.txt)|*.txt|"
+                      "All Files (*.*)|*.*"),
+        QStringList({"Titron Analysis Files (*.tna)", "Text Files (*.txt)", "All Files (*)"}));
+    EXPECT_EQ(qtNameFilters("Data|*.tna;*.txt|Everything|*.*"),
+              QStringList({"Data (*.tna *.txt)", "Everything (*)"}));
+}
+
+class QtCommonDialogsTest : public ::testing::Test {
+  protected:
+    QtCommonDialogsTest() : previous(QDir::currentPath()) { QDir::setCurrent(directory.path()); }
+    ~QtCommonDialogsTest() override { QDir::setCurrent(previous); }
+
+    // Answers each modal window in turn: a file dialog with the name, a message box with
+    // Enter (its text kept). Anything else fails and is closed; answers left die with the test.
+    void answerInTurn(std::deque<QString> names) {
+        auto* timer = new QTimer(&pending);
+        timer->start(10);
+        QObject::connect(timer, &QTimer::timeout, [this, timer, names]() mutable {
+            QWidget* modal = QApplication::activeModalWidget();
+            if (modal == nullptr || !modal->isVisible()) {
+                return;
+            }
+            timer->stop();
+            timer->deleteLater();
+            const QString name = names.front();
+            names.pop_front();
+            if (!names.empty()) {
+                answerInTurn(names);
+            }
+            auto* edit = modal->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+            auto* box = qobject_cast<QMessageBox*>(modal);
+            if (name.isEmpty() && box != nullptr) {
+                shown.append(box->windowTitle() + ": " + box->text());
+                QTest::keyClick(box, Qt::Key_Return);
+            } else if (!name.isEmpty() && edit != nullptr) {
+                edit->setText(name);
+                QTest::keyClick(edit, Qt::Key_Return);
+            } else {
+                ADD_FAILURE() << "unexpected " << modal->metaObject()->className();
+                modal->close();
+            }
+        });
+    }
+
+    QObject pending;
+    QStringList shown;
+    QString previous;
+    QTemporaryDir directory;
+    QtPlatform platform;
+};
+
+// A read-only file or a missing directory is explained and the dialog asks again; the
+// accepted file's directory becomes current.
+TEST_F(QtCommonDialogsTest, SaveRefusesWhatCantBeWrittenAndTakesTheNextChoice) {
+    QFile locked(directory.filePath("locked.tna"));
+    ASSERT_TRUE(locked.open(QIODevice::WriteOnly));
+    locked.close();
+    locked.setPermissions(QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther);
+    ASSERT_TRUE(QDir(directory.path()).mkdir("kept"));
+
+    answerInTurn({"locked.tna", "", "missing/x.tna", "", "kept/assay"});
+    // Without OverwritePrompt: Qt's dialog would ask about replacing the file first.
+    platform::CommonDialog dialog{flag::PathMustExist | flag::NoReadOnlyReturn, "Analysis|*.tna",
+                                  "tna", "Save As", "untitled.tna"};
+    ASSERT_TRUE(platform.services().commonDialogs.showSave(dialog));
+
+    const QString kept = QDir(directory.path()).absoluteFilePath("kept");
+    EXPECT_EQ(QFile::decodeName(dialog.fileName.c_str()), kept + "/assay.tna");
+    EXPECT_EQ(QDir::currentPath(), kept);
+    ASSERT_EQ(shown.size(), 2);
+    EXPECT_EQ(shown[0], "Save As: " + locked.fileName() +
+                            "\nThis file is set to read-only.\nTry again with a different "
+                            "file name.");
+    EXPECT_TRUE(shown[1].startsWith("Save As: " + directory.filePath("missing/x.tna")));
+}
+
+} // namespace
+} // namespace titron::qt
