@@ -1,73 +1,25 @@
-// The print device on the program's QPrinter, writing PDF files that poppler's pdftotext
-// reads back: each word, its page and where it stands on it, in points.
+// The print device on the program's QPrinter, writing PDF files that are read back word by
+// word with their places on the page.
 #include <algorithm>
 #include <numeric>
 #include <string>
 #include <vector>
 
-#include <QProcess>
-#include <QRegularExpression>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
 #include "platform/qt/qt_platform.h"
+#include "tests/gui/pdf_words.h"
 
 namespace titron::qt {
 namespace {
 
-struct Word {
-    QString text;
-    int page; // from 1
-    double left, right, top, bottom;
-};
-
-struct Pdf {
-    int pages = 0;
-    double width = 0, height = 0; // of the last page
-    std::vector<Word> words;
-};
-
-Pdf readPdf(const QString& path) {
-    Pdf pdf;
-    if (QStandardPaths::findExecutable("pdftotext").isEmpty()) {
-        ADD_FAILURE() << "pdftotext is missing: install poppler-utils";
-    }
-    QProcess tool;
-    tool.start("pdftotext", {"-bbox", path, "-"});
-    tool.waitForFinished();
-    static const QRegularExpression element(
-        R"re(<page width="([\d.]+)" height="([\d.]+)"|)re"
-        R"re(<word xMin="([\d.]+)" yMin="([\d.]+)" xMax="([\d.]+)" yMax="([\d.]+)">([^<]*)<)re");
-    for (const auto& m : element.globalMatch(QString::fromUtf8(tool.readAllStandardOutput()))) {
-        if (m.hasCaptured(1)) {
-            ++pdf.pages;
-            pdf.width = m.captured(1).toDouble();
-            pdf.height = m.captured(2).toDouble();
-        } else {
-            pdf.words.push_back({m.captured(7), pdf.pages, m.captured(3).toDouble(),
-                                 m.captured(5).toDouble(), m.captured(4).toDouble(),
-                                 m.captured(6).toDouble()});
-        }
-    }
-    return pdf;
-}
-
-bool has(const Pdf& pdf, const QString& text) {
-    return std::any_of(pdf.words.begin(), pdf.words.end(),
-                       [&text](const Word& w) { return w.text == text; });
-}
-
-Word find(const Pdf& pdf, const QString& text) {
-    for (const Word& w : pdf.words) {
-        if (w.text == text) {
-            return w;
-        }
-    }
-    ADD_FAILURE() << "no word " << text.toStdString();
-    return {};
-}
+using testing::find;
+using testing::has;
+using testing::Pdf;
+using testing::readPdf;
+using testing::Word;
 
 class QtPrinterTest : public ::testing::Test {
   protected:

@@ -1,0 +1,117 @@
+// The document's commands on screen: printing a report through the real print dialog and
+// QPrinter into a PDF, and a save and an open through the real file dialog.
+#include <QDate>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QLocale>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include "tests/gui/gui_helpers.h"
+#include "tests/gui/pdf_words.h"
+#include "tests/gui/qt_frame_fixture.h"
+
+namespace titron::qt {
+namespace {
+
+using testing::whenModal;
+
+class QtDocumentTest : public testing::QtFrameFixture {
+  protected:
+    ~QtDocumentTest() override { QDir::setCurrent(startDirectory); }
+
+    QTemporaryDir directory;
+    QString startDirectory = QDir::currentPath();
+};
+
+TEST_F(QtDocumentTest, CtrlPPrintsTheHeadTodayAndTheReportOverTwoPages) {
+    // 80 rows make a report longer than a page.
+    entry::Grid& grid = analyze.grdData();
+    for (int row = 1; row <= 80; ++row) {
+        grid.setCell(1, row, std::to_string(1000 * (1 + row % 4)));
+        grid.setCell(2, row, std::to_string(2 + 4 * (row % 4)));
+        grid.setCell(3, row, "24");
+    }
+    analyze.txtAnalysisName().setText("Long assay");
+    analyze.subAnalyze();
+    ASSERT_TRUE(analyze.reportPresent());
+
+    const QString pdfPath = directory.filePath(QStringLiteral("report.pdf"));
+    platform.qprinter().setOutputFormat(QPrinter::PdfFormat);
+    platform.qprinter().setOutputFileName(pdfPath);
+    bool printDialogShown = false;
+    whenModal([&](QWidget* modal) {
+        printDialogShown = qobject_cast<QPrintDialog*>(modal) != nullptr;
+        QTest::keyClick(modal, Qt::Key_Return);
+    });
+    nameBox().setFocus();
+    QTest::keyClick(&nameBox(), Qt::Key_P, Qt::ControlModifier);
+    ASSERT_TRUE(printDialogShown);
+
+    const testing::Pdf pdf = testing::readPdf(pdfPath);
+    EXPECT_GE(pdf.pages, 2);
+    const QString today =
+        QLocale(QLocale::English).toString(QDate::currentDate(), QStringLiteral("MMMM dd, yyyy"));
+    // The words of the head and of the report's first and last lines, page by page in order.
+    const QStringList expected = {QStringLiteral("Titron"),   today.section(QLatin1Char(' '), 0, 0),
+                                  QStringLiteral("Analysis"), QStringLiteral("Iterations:"),
+                                  QStringLiteral("END"),      QStringLiteral("80")};
+    int page = 0;
+    double top = -1;
+    for (const QString& word : expected) {
+        const testing::Word found = testing::find(pdf, word);
+        EXPECT_TRUE(found.page > page || (found.page == page && found.top > top))
+            << word.toStdString();
+        page = found.page;
+        top = found.top;
+    }
+    EXPECT_TRUE(testing::has(pdf, today.section(QLatin1Char(' '), 1, 1)));
+    EXPECT_EQ(testing::find(pdf, QStringLiteral("80")).page, pdf.pages);
+    EXPECT_EQ(analyze.txtResults().text().find("Long assay"), 15U); // the document is untouched
+}
+
+TEST_F(QtDocumentTest, SaveAndOpenGoThroughTheFileDialogAndFollowItsDirectory) {
+    typeFourRowAssay(analyze.grdData());
+    analyze.txtAnalysisName().setText("Spleen A");
+    analyze.subAnalyze();
+    const std::string report = analyze.txtResults().text();
+    QDir::setCurrent(directory.path());
+
+    // The name typed without its extension gets ".tna".
+    whenModal([&](QWidget* modal) {
+        auto* dialog = qobject_cast<QFileDialog*>(modal);
+        ASSERT_NE(dialog, nullptr);
+        auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        name->setText(QStringLiteral("spleen"));
+        QTest::keyClick(name, Qt::Key_Return);
+    });
+    QTest::keyClick(&nameBox(), Qt::Key_S, Qt::ControlModifier);
+    const QString saved = directory.filePath(QStringLiteral("spleen.tna"));
+    ASSERT_TRUE(QFile::exists(saved));
+    EXPECT_EQ(session.frameCaption.text(), "Titron - [" + saved.toLower().toStdString() + "]");
+    EXPECT_EQ(window.windowTitle(), QString::fromStdString(session.frameCaption.text()));
+
+    analyze.subFileNew();
+    QDir::setCurrent(startDirectory);
+    // The offscreen platform doesn't hand the activation back after a dialog by itself.
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    whenModal([&](QWidget* modal) {
+        auto* dialog = qobject_cast<QFileDialog*>(modal);
+        ASSERT_NE(dialog, nullptr);
+        auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        name->setText(saved);
+        QTest::keyClick(name, Qt::Key_Return);
+    });
+    QTest::keyClick(&nameBox(), Qt::Key_O, Qt::ControlModifier);
+    EXPECT_EQ(analyze.txtResults().text(), report + "\r\n");
+    EXPECT_EQ(QDir::currentPath(), directory.path());
+    EXPECT_EQ(session.LastDirectory, directory.path().toStdString());
+}
+
+} // namespace
+} // namespace titron::qt
