@@ -52,30 +52,22 @@ void Main::toolbarClick(std::string_view key) {
 }
 
 void Main::run(Command command) {
-    // Routed commands go to the comparison window's own command while it is visible.
+    using documents::Analyze;
     switch (command) {
     case Command::FileNew:
         m_analyze.subFileNew();
         break;
     case Command::FileOpen:
-        if (!compareVisible()) {
-            m_analyze.subFileOpen();
-        }
+        routed(&Analyze::subFileOpen);
         break;
     case Command::FileSave:
-        if (!compareVisible()) {
-            m_analyze.subFileSave();
-        }
+        routed(&Analyze::subFileSave);
         break;
     case Command::FileCopy:
-        if (!compareVisible()) {
-            m_analyze.subFileCopy();
-        }
+        routed(&Analyze::subFileCopy);
         break;
     case Command::FilePrint:
-        if (!compareVisible()) {
-            m_analyze.subFilePrint();
-        }
+        routed(&Analyze::subFilePrint);
         break;
     case Command::FilePrintSetup:
         // Whatever the user does in it, nothing of the outcome is looked at.
@@ -89,9 +81,7 @@ void Main::run(Command command) {
         m_analyze.subEditInsert();
         break;
     case Command::EditDelete:
-        if (!compareVisible()) {
-            m_analyze.subEditDelete();
-        }
+        routed(&Analyze::subEditDelete);
         break;
     case Command::AnalyzeAnalyze:
         m_analyze.subAnalyze();
@@ -123,26 +113,27 @@ void Main::run(Command command) {
     }
 }
 
+// A routed command is the comparison window's own while that is visible.
+void Main::routed(void (documents::Analyze::*command)()) {
+    if (!compareVisible()) {
+        (m_analyze.*command)();
+    }
+}
+
 bool Main::saveForQuestion() {
     run(Command::FileSave);
     return !m_analyze.CMDialog().fileName.empty();
 }
 
 bool Main::queryClose() {
-    if (m_session.AnalysisChanged == kUnchanged) {
-        return true;
-    }
-    switch (documents::askSaveQuestion(m_platform.dialogs, documents::kSaveQuestion)) {
-    case platform::Answer::Cancel:
-        return false;
-    case platform::Answer::Yes:
-        return saveForQuestion();
-    default:
-        return true;
-    }
+    return settleChanges(true);
 }
 
 bool Main::settleBeforeCompare() {
+    return settleChanges(false);
+}
+
+bool Main::settleChanges(bool onlyIfSaved) {
     if (m_session.AnalysisChanged == kUnchanged) {
         return true;
     }
@@ -150,8 +141,7 @@ bool Main::settleBeforeCompare() {
     case platform::Answer::Cancel:
         return false;
     case platform::Answer::Yes:
-        saveForQuestion();
-        return true;
+        return saveForQuestion() || !onlyIfSaved;
     default:
         return true;
     }

@@ -48,6 +48,10 @@ class Main {
     void helpContents();
 
   private:
+    void routed(void (documents::Analyze::*command)());
+    // The save question while the document is changed: false on Cancel, and on a Yes whose
+    // save dialog was cancelled when onlyIfSaved.
+    bool settleChanges(bool onlyIfSaved);
     // The routed Save; true when its dialog was not cancelled.
     bool saveForQuestion();
 
