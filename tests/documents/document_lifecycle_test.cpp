@@ -226,23 +226,6 @@ TEST_F(DocumentLifecycleTest, ReportWithoutANameSavesWithAnEmptyNameLine) {
     EXPECT_EQ(readFile("unnamed.tna").substr(0, 17), "Analysis Name: \r\n");
 }
 
-TEST_F(DocumentLifecycleTest, FailedWriteIsNotReportedAndLeavesTheOldFile) {
-    typeFourRowExample();
-    saveAs("kept.tna");
-    const std::string before = readFile("kept.tna");
-    std::filesystem::permissions(directory, std::filesystem::perms::owner_read |
-                                                std::filesystem::perms::owner_exec);
-    type({{"999", "1", "2", ""}});
-    saveAs("kept.tna");
-    std::filesystem::permissions(directory, std::filesystem::perms::owner_all);
-    if (::geteuid() != 0) { // root writes anyway
-        EXPECT_EQ(readFile("kept.tna"), before);
-    }
-    EXPECT_FALSE(changed());
-    EXPECT_EQ(caption(), "Titron - [" + shell::lowerCase(path("kept.tna")) + "]");
-    EXPECT_EQ(boxes().size(), 0U);
-}
-
 // Whatever the open dialog hands over, a file that can't be taken ends in the loading
 // failure box and the program goes on.
 TEST_F(DocumentLifecycleTest, UnreadableChoicesEndInTheLoadingBox) {
