@@ -390,7 +390,7 @@ void Grid::refresh() {
 
 void Grid::setEditMode(bool on) {
     if (on) {
-        if (!m_editMode && inRange(m_activeCol, m_activeRow)) {
+        if (!m_locked && !m_editMode && inRange(m_activeCol, m_activeRow)) {
             startEdit(at(m_activeCol, m_activeRow).text);
         }
     } else {
@@ -452,7 +452,7 @@ void Grid::userKeyPress(int character) {
     if (m_events.keyPress) {
         m_events.keyPress(character);
     }
-    if (character == 0) {
+    if (character == 0 || m_locked) {
         return;
     }
     if (character < 32) {
@@ -520,7 +520,7 @@ std::size_t Grid::typedLengthLimit(int col) const {
 }
 
 void Grid::userEditText(std::string_view text) {
-    if (!inRange(m_activeCol, m_activeRow)) {
+    if (m_locked || !inRange(m_activeCol, m_activeRow)) {
         return;
     }
     text = text.substr(0, std::min(text.size(), typedLengthLimit(m_activeCol)));

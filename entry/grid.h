@@ -169,6 +169,9 @@ class Grid {
     void setClipboard(platform::Clipboard* clipboard) { m_clipboard = clipboard; }
 
     // --- Editing -------------------------------------------------------------------------
+    // A locked grid is fixed text: the user selects and moves, never types or edits.
+    void setLocked(bool locked) { m_locked = locked; }
+    bool locked() const { return m_locked; }
     bool editMode() const { return m_editMode; }
     // Setting it opens the active cell for editing with its text; clearing it keeps what
     // was typed (raising cell changed when the text differs).
@@ -236,6 +239,7 @@ class Grid {
     bool m_redraw = true;
     bool m_changedWhileHidden = false;
     bool m_editMode = false;
+    bool m_locked = false;
     std::string m_editText;
     std::vector<std::size_t> m_typedLimits; // per column; npos for no limit
     platform::Clipboard* m_clipboard = nullptr;

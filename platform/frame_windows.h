@@ -29,6 +29,9 @@ class FrameWindows {
     // Analyze, maximised inside the frame (its load is the caller's).
     virtual void showAnalyze() = 0;
     virtual void repaintAnalyze() = 0;
+    // Compare, maximised in front of Analyze, and hidden again (its rows are the caller's).
+    virtual void showCompare() = 0;
+    virtual void hideCompare() = 0;
     // AboutHelp, modal: returns when the user closed it.
     virtual void showAbout() = 0;
     // Opens a file with the desktop's handler for its type; false if none took it.

@@ -11,21 +11,14 @@ namespace titron::shell {
 
 namespace {
 
-// Commands whose windows are not part of the program yet. They keep their places in the
-// menu and on the toolbar, disabled, so that nothing pretends to work.
-constexpr Command kNotYetAvailable[] = {Command::AnalyzeCompare, Command::CompareToggle};
-
 constexpr const char* kHelpTitle = "HELP CONTENTS";
 
 } // namespace
 
 Main::Main(platform::Platform& platform, platform::FrameWindows& windows, Session& session,
-           documents::Analyze& analyze, std::string programDirectory)
+           documents::Analyze& analyze, comparison::Compare& compare, std::string programDirectory)
     : m_platform(platform), m_windows(windows), m_session(session), m_analyze(analyze),
-      m_programDirectory(std::move(programDirectory)) {
-    for (Command command : kNotYetAvailable) {
-        m_session.frame.setAvailable(command, false);
-    }
+      m_compare(compare), m_programDirectory(std::move(programDirectory)) {
 }
 
 void Main::menuClick(std::string_view name) {
@@ -52,22 +45,23 @@ void Main::toolbarClick(std::string_view key) {
 }
 
 void Main::run(Command command) {
+    using comparison::Compare;
     using documents::Analyze;
     switch (command) {
     case Command::FileNew:
         m_analyze.subFileNew();
         break;
     case Command::FileOpen:
-        routed(&Analyze::subFileOpen);
+        routed(&Analyze::subFileOpen, &Compare::subFileOpen);
         break;
     case Command::FileSave:
-        routed(&Analyze::subFileSave);
+        routed(&Analyze::subFileSave, &Compare::subFileSave);
         break;
     case Command::FileCopy:
-        routed(&Analyze::subFileCopy);
+        routed(&Analyze::subFileCopy, &Compare::subFileCopy);
         break;
     case Command::FilePrint:
-        routed(&Analyze::subFilePrint);
+        routed(&Analyze::subFilePrint, &Compare::subFilePrint);
         break;
     case Command::FilePrintSetup:
         // Whatever the user does in it, nothing of the outcome is looked at.
@@ -81,10 +75,16 @@ void Main::run(Command command) {
         m_analyze.subEditInsert();
         break;
     case Command::EditDelete:
-        routed(&Analyze::subEditDelete);
+        routed(&Analyze::subEditDelete, &Compare::subEditDelete);
         break;
     case Command::AnalyzeAnalyze:
         m_analyze.subAnalyze();
+        break;
+    case Command::AnalyzeCompare:
+        compareCommand();
+        break;
+    case Command::CompareToggle:
+        toggleCompare();
         break;
     case Command::HelpContents:
         helpContents();
@@ -108,29 +108,47 @@ void Main::run(Command command) {
         m_analyze.subDropFill();
         break;
     default:
-        // The chart was never built; the others are not available yet.
+        // The chart was never built.
         break;
     }
 }
 
-// A routed command is the comparison window's own while that is visible.
-void Main::routed(void (documents::Analyze::*command)()) {
-    if (!compareVisible()) {
-        (m_analyze.*command)();
+void Main::routed(void (documents::Analyze::*onAnalyze)(),
+                  void (comparison::Compare::*onCompare)()) {
+    if (compareVisible()) {
+        (m_compare.*onCompare)();
+    } else {
+        (m_analyze.*onAnalyze)();
     }
 }
 
+void Main::compareCommand() {
+    if (!settleChanges(false)) {
+        return;
+    }
+    m_platform.pointer.setBusy(true);
+    m_windows.showCompare();
+    m_compare.show();
+}
+
+void Main::toggleCompare() {
+    if (!compareVisible()) {
+        compareCommand();
+        return;
+    }
+    m_compare.hide();
+    m_windows.hideCompare();
+    m_analyze.setFocus(documents::Control::AnalysisName);
+}
+
+// The save of the window in front; its dialog's file name is empty when it was cancelled.
 bool Main::saveForQuestion() {
     run(Command::FileSave);
-    return !m_analyze.CMDialog().fileName.empty();
+    return !(compareVisible() ? m_compare.CMDialog() : m_analyze.CMDialog()).fileName.empty();
 }
 
 bool Main::queryClose() {
     return settleChanges(true);
-}
-
-bool Main::settleBeforeCompare() {
-    return settleChanges(false);
 }
 
 bool Main::settleChanges(bool onlyIfSaved) {

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "comparison/compare.h"
 #include "documents/analyze.h"
 #include "platform/common_dialog.h"
 #include "platform/frame_windows.h"
@@ -18,7 +19,7 @@ class Main {
   public:
     // programDirectory: where the help file lies.
     Main(platform::Platform& platform, platform::FrameWindows& windows, Session& session,
-         documents::Analyze& analyze, std::string programDirectory);
+         documents::Analyze& analyze, comparison::Compare& compare, std::string programDirectory);
 
     FrameModel& frame() { return m_session.frame; }
 
@@ -29,14 +30,14 @@ class Main {
     void run(Command command);
 
     // Whether the comparison window is visible, which decides where routed commands go.
-    bool compareVisible() const { return m_compareVisible; }
+    bool compareVisible() const { return m_compare.visible(); }
 
     // Every way of closing the frame asks this first: the save question while the document
     // is changed. True when the program may end; false keeps it open.
     bool queryClose();
-    // The compare command's part before the comparison window: the save question, where
-    // Yes saves and the command goes on whatever became of the save. False on Cancel.
-    bool settleBeforeCompare();
+    // The compare command: the save question, where Yes saves and the command goes on
+    // whatever became of the save (Cancel ends it), then Compare in front.
+    void compareCommand();
 
     // A file named when the program was started, as a double-click on an analysis file
     // names it: opened into the document as Open would open it, its directory made the
@@ -48,7 +49,10 @@ class Main {
     void helpContents();
 
   private:
-    void routed(void (documents::Analyze::*command)());
+    // The command of Compare while it is visible, else the one of Analyze.
+    void routed(void (documents::Analyze::*onAnalyze)(), void (comparison::Compare::*onCompare)());
+    // The "Compare" button: back to Analyze while Compare is visible, else the compare command.
+    void toggleCompare();
     // The save question while the document is changed: false on Cancel, and on a Yes whose
     // save dialog was cancelled when onlyIfSaved.
     bool settleChanges(bool onlyIfSaved);
@@ -59,8 +63,8 @@ class Main {
     platform::FrameWindows& m_windows;
     Session& m_session;
     documents::Analyze& m_analyze;
+    comparison::Compare& m_compare;
     std::string m_programDirectory;
-    bool m_compareVisible = false;   // the comparison window is not part of the program yet
     platform::CommonDialog m_dialog; // the frame's own, for the printer setup
 };
 

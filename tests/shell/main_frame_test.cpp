@@ -115,11 +115,14 @@ TEST(FrameModelTest, CompareActivationSwitchesItsColumnsOfTheTable) {
 
 class MainFrameTest : public documents::testing::AnalyzeFixture {
   protected:
-    MainFrameTest() : windows(log), main(platform.services(), windows, session, analyze, dir()) {
+    MainFrameTest()
+        : compare(platform.services(), session), windows(log),
+          main(platform.services(), windows, session, analyze, compare, dir()) {
         session.HelpFile = "TITRO.HLP";
     }
     std::string dir() const { return directory.string(); }
 
+    comparison::Compare compare;
     std::vector<std::string> log;
     RecordingWindows windows;
     Main main;
@@ -135,18 +138,16 @@ TEST_F(MainFrameTest, MenuItemAndToolbarButtonRunTheSameAnalysis) {
     EXPECT_EQ(pane(), report);
 }
 
-TEST_F(MainFrameTest, DisabledHiddenAndNotYetAvailableCommandsDoNothing) {
+TEST_F(MainFrameTest, DisabledAndHiddenCommandsDoNothing) {
     type({{"5", "", "", ""}, {"6", "", "", ""}});
     analyze.grdData().userMoveTo(1, 1);
     main.menuClick("menEditDelete"); // off until the grid has the focus
     main.toolbarClick("Insert");
     EXPECT_EQ(cell(1, 1), "5");
-    for (const char* name : {"menAnalyzeCompare", "menAnalyzeChart", "no such item", "mend11"}) {
+    for (const char* name : {"menAnalyzeChart", "no such item", "mend11"}) {
         main.menuClick(name);
     }
-    for (const char* key : {"Compare", "Chart"}) {
-        main.toolbarClick(key);
-    }
+    main.toolbarClick("Chart");
     EXPECT_TRUE(log.empty());
     EXPECT_TRUE(boxes().empty());
     EXPECT_EQ(pane(), documents::kEmptyResults);
@@ -256,13 +257,50 @@ TEST_F(MainFrameTest, CompareQuestionGoesOnWhateverBecameOfTheSave) {
     analyze.subAnalyze();
     platform.clearTranscript();
     platform.queueAnswer(platform::Answer::Cancel);
-    EXPECT_FALSE(main.settleBeforeCompare());
+    main.menuClick("menAnalyzeCompare");
+    EXPECT_FALSE(main.compareVisible());
+    EXPECT_TRUE(log.empty());
     platform.queueAnswer(platform::Answer::Yes); // and the save dialog is cancelled
-    EXPECT_TRUE(main.settleBeforeCompare());
+    main.toolbarClick("Compare");
+    EXPECT_TRUE(main.compareVisible());
     EXPECT_EQ(session.AnalysisChanged, kChanged);
-    platform.queueAnswer(platform::Answer::No);
-    EXPECT_TRUE(main.settleBeforeCompare());
-    EXPECT_EQ(boxes().size(), 3U);
+    EXPECT_EQ(boxes().size(), 2U);
+    EXPECT_EQ(log, (std::vector<std::string>{"show compare"}));
+}
+
+// While Compare is visible the routed commands are its own, New and Analyze are off, and
+// the button brings Analyze back with the focus in the name box.
+TEST_F(MainFrameTest, CompareButtonTogglesAndRoutesTheFileCommands) {
+    typeFourRowExample();
+    analyze.txtAnalysisName().setText("Spleen A");
+    analyze.subAnalyze();
+    std::filesystem::current_path(directory);
+    session.LastDirectory = directory.string();
+    platform.queueFileChoice(path("spleen.tna"));
+    main.menuClick("menFileSave");
+    analyze.setFocus(documents::Control::Grid);
+
+    main.toolbarClick("Compare");
+    ASSERT_TRUE(main.compareVisible());
+    EXPECT_EQ(compare.grdData().dataRowCount(), 1);
+    EXPECT_EQ(session.frameCaption.text(), comparison::kCompareCaption);
+    EXPECT_TRUE(session.frame.button("Compare").pressed);
+    main.menuClick("menAnalyzeAnalyze");
+    main.toolbarClick("New");
+    EXPECT_EQ(cell(1, 1), "1000");
+    platform.queueFileChoice(path("spleen.tna"));
+    main.menuClick("menFileOpen"); // adds a second row to the comparison
+    EXPECT_EQ(compare.grdData().dataRowCount(), 2);
+    platform.queueFileChoice(path("both.tnc"));
+    main.menuClick("menFileSave");
+    EXPECT_NE(readFile("both.tnc").find("Comparison Row:"), std::string::npos);
+
+    main.toolbarClick("Compare");
+    EXPECT_FALSE(main.compareVisible());
+    EXPECT_EQ(compare.grdData().dataRowCount(), 0);
+    EXPECT_EQ(analyze.focus(), documents::Control::AnalysisName);
+    EXPECT_EQ(session.frameCaption.text(), "Titron - [" + lowerCase(path("spleen.tna")) + "]");
+    EXPECT_EQ(log, (std::vector<std::string>{"show compare", "hide compare"}));
 }
 
 } // namespace

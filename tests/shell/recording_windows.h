@@ -55,6 +55,8 @@ class RecordingWindows : public platform::FrameWindows {
         step("open", path);
         return desktopOpens;
     }
+    void showCompare() override { step("show compare"); }
+    void hideCompare() override { step("hide compare"); }
     void closeFrame() override { step("close frame"); }
     void endProgram() override { step("end program"); }
 

@@ -1,0 +1,73 @@
+// The logic of the Compare window: saved analyses side by side, each tested against the
+// comparison row, which is the row under the cursor. Entering the window reads every
+// analysis file of the current directory afresh; leaving it throws the rows away. A
+// comparison is no document: no changed flag, no question, nothing read back.
+#pragma once
+
+#include <string>
+
+#include "entry/grid.h"
+#include "platform/common_dialog.h"
+#include "platform/platform.h"
+#include "shell/session.h"
+
+namespace titron::comparison {
+
+// The frame's caption while the window is active.
+inline constexpr const char* kCompareCaption = "Titron - Comparisons of the Ratio of Proportions";
+
+class Compare {
+  public:
+    Compare(platform::Platform& platform, shell::Session& session);
+    Compare(const Compare&) = delete;
+    Compare& operator=(const Compare&) = delete;
+
+    entry::Grid& grdData() { return m_grid; }
+    const entry::Grid& grdData() const { return m_grid; }
+    platform::CommonDialog& CMDialog() { return m_dialog; }
+
+    // Shown (entering: the scan) and hidden (leaving: the rows go). Routed commands of the
+    // frame come here while it is visible.
+    void show();
+    void hide();
+    bool visible() const { return m_visible; }
+
+    // The row against which the others are tested: the active cell's row, 0 with no rows.
+    int comparisonRow() const;
+
+    // The commands of the frame while the window is visible.
+    void subEditDelete();
+    void subFileCopy();
+    void subFileOpen();
+    void subFilePrint();
+    void subFileSave();
+
+    // Lays the columns out for the window's outer width W (twips); 3000 or less keeps them.
+    void resize(int outerWidth);
+    // Whether a column's text is centred (files and names stand at the left).
+    static bool centred(int col);
+
+  private:
+    // Sets up the grid once, when the window is made: headings, row heights, fixed text.
+    void load();
+    void activate();
+    void deactivate();
+    void prepareGrid();
+    void scan();
+    // Writes a saved analysis into row, from a file's text; false for a file without results.
+    bool writeRow(int row, const std::string& fileCell, const std::string& text);
+    void colourRow(int row, entry::Colour colour);
+    void makeComparisonRow(int row);
+    void deleteRows(int first, int last);
+    void onLeavingCell(int row, int newRow);
+    void onKeyDown(int keyCode);
+
+    platform::Platform& m_platform;
+    shell::Session& m_session;
+    entry::Grid m_grid;
+    platform::CommonDialog m_dialog;
+    std::string m_savedCaption;
+    bool m_visible = false;
+};
+
+} // namespace titron::comparison
