@@ -187,14 +187,18 @@ void Compare::subFileOpen() {
         return;
     }
     m_session.LastDirectory = m_platform.files.currentDirectory();
+    addFile(m_dialog.fileName);
+}
+
+AddOutcome Compare::addFile(const std::string& path) {
     std::string text;
     try {
-        text = m_platform.files.readAll(m_dialog.fileName);
+        text = m_platform.files.readAll(path);
     } catch (const platform::Failure&) {
-        return;
+        return AddOutcome::Unreadable;
     }
     if (!readSavedAnalysis(text)) {
-        return;
+        return AddOutcome::NoResults;
     }
     const int row = m_grid.rowLimit() + 1;
     m_grid.setRowLimit(row);
@@ -203,8 +207,19 @@ void Compare::subFileOpen() {
         m_grid.addressCell(1, 1);
         m_grid.activate();
     }
-    writeRow(row, shell::lowerCase(m_dialog.fileName), text);
+    writeRow(row, shell::lowerCase(path), text);
     subCompareRows(m_grid, m_grid.activeRow());
+    return AddOutcome::Added;
+}
+
+void Compare::beginEmpty() {
+    prepareGrid();
+    m_grid.setRowLimit(0);
+    subCompareRows(m_grid, 1);
+}
+
+void Compare::chooseComparisonRow(int row) {
+    m_grid.userMoveTo(m_grid.activeCol(), row);
 }
 
 void Compare::subEditDelete() {
@@ -286,14 +301,18 @@ void Compare::subFileSave() {
         return;
     }
     m_platform.pointer.setBusy(true);
-    try {
-        m_platform.files.writeAll(m_dialog.fileName,
-                                  subBuildReport(m_grid) + std::string(analysis::kLineEnd));
-    } catch (const platform::Failure&) {
-        // Passed over: the old file, if any, stays as it was.
-    }
+    writeComparison(m_dialog.fileName); // a failed write is passed over; the old file stays
     m_platform.events.wait(kDonePauseMs);
     m_platform.pointer.setBusy(false);
+}
+
+bool Compare::writeComparison(const std::string& path) {
+    try {
+        m_platform.files.writeAll(path, subBuildReport(m_grid) + std::string(analysis::kLineEnd));
+        return true;
+    } catch (const platform::Failure&) {
+        return false;
+    }
 }
 
 void Compare::subFilePrint() {

@@ -13,6 +13,8 @@
 
 namespace titron::comparison {
 
+enum class AddOutcome { Added, NoResults, Unreadable };
+
 // The frame's caption while the window is active.
 inline constexpr const char* kCompareCaption = "Titron - Comparisons of the Ratio of Proportions";
 
@@ -41,6 +43,17 @@ class Compare {
     void subFileOpen();
     void subFilePrint();
     void subFileSave();
+
+    // What subFileOpen does once its dialog has given the path: the file's row at the end,
+    // its file cell the lower-cased path; the comparison row stays unless this is the first.
+    AddOutcome addFile(const std::string& path);
+    // The comparison without rows, as entering an empty directory leaves it.
+    void beginEmpty();
+    // Makes row the comparison row, as moving the cursor onto it does.
+    void chooseComparisonRow(int row);
+    // What subFileSave does once its dialog has given the path: the report and one line
+    // end. False when the file could not be written (the window passes that over).
+    bool writeComparison(const std::string& path);
 
     // Lays the columns out for the window's outer width W (twips); 3000 or less keeps them.
     void resize(int outerWidth);

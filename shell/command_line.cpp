@@ -8,6 +8,7 @@
 
 #include "documents/analyze.h"
 #include "platform/scripted_platform.h"
+#include "shell/compare_command.h"
 
 namespace titron::shell {
 
@@ -15,6 +16,7 @@ namespace {
 
 constexpr const char* kUsage =
     "Usage: titron-cli analyze [--passes N] [--save OUT] [--format text|tsv] FILE...\n"
+    "       titron-cli compare [--row N] [--save OUT] FILE...\n"
     "       titron-cli --help\n"
     "\n"
     "Analyses limiting dilution assays. Each FILE (an analysis file, or a text file of\n"
@@ -51,7 +53,15 @@ constexpr const char* kUsage =
     "\n"
     "Exit status: 0 report; 1 a file could not be read (or OUT not written); 2 a box ended\n"
     "the analysis; 3 no convergence within N passes; 64 wrong usage. With several files\n"
-    "the highest status of theirs.\n";
+    "the highest status of theirs.\n"
+    "\n"
+    "compare: compares saved analyses as the window's Compare does. Each FILE is added\n"
+    "as its Open/Append command adds one (the file cell is the path as given, in lower\n"
+    "case); row N (default 1) is the comparison row. The 120-column report goes to\n"
+    "standard output with CR LF line ends; --save OUT writes the comparison file as its\n"
+    "Save command does. A FILE without analysis results, or one that cannot be read, is\n"
+    "skipped with a note on standard error (status 1 if a FILE could not be read or OUT\n"
+    "not written; 64 for a row beyond the rows).\n";
 
 struct Options {
     int passes = 1000;
@@ -247,6 +257,9 @@ int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
     if (wantsHelp) {
         out << kUsage;
         return kExitReport;
+    }
+    if (!arguments.empty() && arguments[0] == "compare") {
+        return runCompareCommand(arguments, out, err);
     }
     if (arguments.empty() || arguments[0] != "analyze") {
         err << (arguments.empty() ? "titron-cli: no command given\n"

@@ -183,5 +183,35 @@ TEST_F(CommandLineTest, ProgramWritesTheReportByteForByte) {
     EXPECT_EQ(actual, expected);
 }
 
+// The worked pair of the comparison: -2.99573 / 0.1000 and -2.30259 / 0.2500.
+TEST_F(CommandLineTest, CompareWritesTheReportForTheChosenRowAndSkipsFilesWithoutResults) {
+    const auto results = [](const std::string& name, const std::string& log,
+                            const std::string& se) {
+        std::string text = "Analysis Name: " + name + "\r\n\r\n    Log Proportion:";
+        text += std::string(23 - log.size(), ' ') + log + "  S.E. of Log Prop.: " + se + "\r\n";
+        return text;
+    };
+    const std::string a = file("A.tna", results("Spleen", "-2.30259", "0.2500"));
+    const std::string b = file("b.tna", results("Base", "-2.99573", "0.1000"));
+    const std::string none = file("table.tna", "Analysis Name: T\r\n\r\n1\t2\t3\r\n");
+    const std::string saved = (directory / "cmp.tnc").string();
+    EXPECT_EQ(run({"compare", "--row", "2", "--save", saved, a, none, b}), 0);
+    EXPECT_EQ(err.str(), none + ": no analysis results in it; skipped\n");
+    const std::string report = out.str();
+    EXPECT_EQ(read(saved), report + "\r\n");
+    // Row 2 (b) is the comparison row; a is tested against it.
+    const std::string aLine = lowerCase(a).substr(lowerCase(a).size() - 14);
+    EXPECT_NE(report.find("Comparison Row:\r\n~" + lowerCase(b).substr(lowerCase(b).size() - 14) +
+                          "  Base             -2.99573   0.10000\r\n"),
+              std::string::npos);
+    EXPECT_NE(report.find("~" + aLine +
+                          "  Spleen           -2.30259   0.25000    -0.69314   0.50000"
+                          "    0.29497 to 0.84756      0.0051    0.0101\r\n"),
+              std::string::npos);
+
+    EXPECT_EQ(run({"compare", "--row", "3", a, b}), kExitUsage);
+    EXPECT_EQ(run({"compare", a, (directory / "missing.tna").string()}), kExitUnreadable);
+}
+
 } // namespace
 } // namespace titron::shell

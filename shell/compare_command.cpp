@@ -1,0 +1,97 @@
+#include "shell/compare_command.h"
+
+#include <charconv>
+#include <optional>
+
+#include "comparison/compare.h"
+#include "comparison/comparison_report.h"
+#include "platform/scripted_platform.h"
+#include "shell/command_line.h"
+
+namespace titron::shell {
+
+namespace {
+
+struct CompareOptions {
+    int row = 1;
+    std::optional<std::string> saveTo;
+    std::vector<std::string> files;
+};
+
+std::optional<CompareOptions> parseCompareOptions(const std::vector<std::string>& arguments,
+                                                  std::ostream& err) {
+    CompareOptions options;
+    for (std::size_t i = 1; i < arguments.size(); ++i) {
+        const std::string& argument = arguments[i];
+        const bool hasValue = i + 1 < arguments.size();
+        if (argument == "--row" && hasValue) {
+            const std::string& value = arguments[++i];
+            const auto [end, error] =
+                std::from_chars(value.data(), value.data() + value.size(), options.row);
+            if (error != std::errc() || end != value.data() + value.size() || options.row < 1) {
+                err << "titron-cli: --row needs a row number of 1 or more, not '" << value << "'\n";
+                return std::nullopt;
+            }
+        } else if (argument == "--save" && hasValue) {
+            options.saveTo = arguments[++i];
+        } else if (argument == "--") {
+            options.files.insert(options.files.end(), arguments.begin() + static_cast<long>(i) + 1,
+                                 arguments.end());
+            break;
+        } else if (argument.size() > 1 && argument[0] == '-') {
+            err << "titron-cli: unknown option or missing value: " << argument << "\n";
+            return std::nullopt;
+        } else {
+            options.files.push_back(argument);
+        }
+    }
+    if (options.files.empty()) {
+        err << "titron-cli: no FILE to compare\n";
+        return std::nullopt;
+    }
+    return options;
+}
+
+} // namespace
+
+int runCompareCommand(const std::vector<std::string>& arguments, std::ostream& out,
+                      std::ostream& err) {
+    const std::optional<CompareOptions> options = parseCompareOptions(arguments, err);
+    if (!options) {
+        err << "Try 'titron-cli --help'.\n";
+        return kExitUsage;
+    }
+    platform::ScriptedPlatform platform;
+    Session session;
+    comparison::Compare compare(platform.services(), session);
+    compare.beginEmpty();
+    int status = kExitReport;
+    for (const std::string& file : options->files) {
+        switch (compare.addFile(file)) {
+        case comparison::AddOutcome::Added:
+            break;
+        case comparison::AddOutcome::NoResults:
+            err << file << ": no analysis results in it; skipped\n";
+            break;
+        case comparison::AddOutcome::Unreadable:
+            err << file << ": cannot be read; skipped\n";
+            status = kExitUnreadable;
+            break;
+        }
+    }
+    const int rows = compare.grdData().dataRowCount();
+    if (options->row > std::max(rows, 1)) {
+        err << "titron-cli: --row " << options->row << " is beyond the " << rows
+            << " rows of the comparison\n";
+        return kExitUsage;
+    }
+    compare.chooseComparisonRow(options->row);
+    out << comparison::subBuildReport(compare.grdData());
+    if (options->saveTo && !compare.writeComparison(*options->saveTo)) {
+        err << "cannot write " << *options->saveTo << "\n";
+        status = kExitUnreadable;
+    }
+    return status;
+}
+
+} // namespace titron::shell
