@@ -7,6 +7,19 @@
 #include <string>
 #include <system_error>
 
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+#include "documents/analyze.h"
+#include "platform/scripted_platform.h"
+#include "shell/session.h"
+
+extern char** environ;
+
 namespace titron::bench {
 
 ScratchDirectory::ScratchDirectory() {
@@ -37,6 +50,70 @@ std::vector<AssayRowData> geometricAssay(int rows, unsigned seed) {
         assay.push_back({static_cast<long>(dose), responses(random), kTested});
     }
     return assay;
+}
+
+// Runs the program with the arguments, standard output to outPath (standard error to
+// /dev/null), and returns its wait status, or -1 when it couldn't be started.
+int runProcess(const std::vector<std::string>& arguments, const char* outPath) {
+    std::vector<char*> argv;
+    argv.reserve(arguments.size() + 1);
+    for (const std::string& argument : arguments) {
+        argv.push_back(const_cast<char*>(argument.c_str()));
+    }
+    argv.push_back(nullptr);
+
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, outPath, O_WRONLY | O_CREAT | O_TRUNC,
+                                     0644);
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+    pid_t pid = 0;
+    const int spawned = posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    if (spawned != 0) {
+        return -1;
+    }
+    int status = 0;
+    while (::waitpid(pid, &status, 0) < 0) {
+        if (errno != EINTR) {
+            return -1;
+        }
+    }
+    return status;
+}
+
+bool exitedWell(int status) {
+    return status >= 0 && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+std::vector<std::string> makeReportFiles(const std::filesystem::path& directory, int count) {
+    std::vector<std::string> files;
+    for (int i = 1; i <= count; ++i) {
+        platform::ScriptedPlatform platform;
+        shell::Session session;
+        documents::Analyze analyze(platform.services(), session);
+        analyze.load();
+        const std::vector<AssayRowData> rows = geometricAssay(4, static_cast<unsigned>(i));
+        for (int row = 1; row <= 4; ++row) {
+            const AssayRowData& data = rows[static_cast<std::size_t>(row - 1)];
+            analyze.grdData().setCell(1, row, std::to_string(data.dose));
+            analyze.grdData().setCell(2, row, std::to_string(data.responses));
+            analyze.grdData().setCell(3, row, std::to_string(data.tested));
+        }
+        std::string name("Assay ");
+        name += std::to_string(i);
+        analyze.txtAnalysisName().setText(name);
+        analyze.subAnalyze();
+        std::string file("analysis-");
+        file += std::to_string(i);
+        file += ".tna";
+        const std::string path = (directory / file).string();
+        if (!analyze.reportPresent() || !analyze.saveDocument(path)) {
+            throw std::runtime_error("no analysis file " + path);
+        }
+        files.push_back(path);
+    }
+    return files;
 }
 
 } // namespace titron::bench

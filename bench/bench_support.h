@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 #include <vector>
 
 namespace titron::bench {
@@ -30,5 +31,15 @@ struct AssayRowData {
 // 24 tests a row, responses drawn from the single-hit model with a frequency of 1e-4 and a
 // fixed seed, so that every run measures the same table.
 std::vector<AssayRowData> geometricAssay(int rows, unsigned seed);
+
+// Runs a program (arguments[0] is its path) with standard output to outPath and standard
+// error to /dev/null; returns its wait status, or -1 when it couldn't be started.
+int runProcess(const std::vector<std::string>& arguments, const char* outPath = "/dev/null");
+// Whether a wait status is a normal exit with status 0.
+bool exitedWell(int status);
+
+// count analysis files with their reports, each a four-row assay analysed by the program's
+// own Analyze window logic, named analysis-1.tna and on in directory. Returns their paths.
+std::vector<std::string> makeReportFiles(const std::filesystem::path& directory, int count);
 
 } // namespace titron::bench

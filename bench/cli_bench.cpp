@@ -2,12 +2,6 @@
 // output goes to /dev/null; a run that doesn't exit with status 0 stops the benchmark.
 #include <benchmark/benchmark.h>
 
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <cerrno>
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
@@ -20,10 +14,10 @@
 
 #include "bench/bench_support.h"
 
-extern char** environ;
-
 namespace {
 
+using titron::bench::exitedWell;
+using titron::bench::runProcess;
 using titron::bench::ScratchDirectory;
 
 namespace fs = std::filesystem;
@@ -31,40 +25,6 @@ namespace fs = std::filesystem;
 constexpr const char* kCli = TITRON_CLI_PATH;
 constexpr const char* kExamples = TITRON_EXAMPLES_DIR;
 constexpr int kFiles = 10000;
-
-// Runs the program with the arguments, standard output to outPath (standard error to
-// /dev/null), and returns its wait status, or -1 when it couldn't be started.
-int runProcess(const std::vector<std::string>& arguments, const char* outPath = "/dev/null") {
-    std::vector<char*> argv;
-    argv.reserve(arguments.size() + 1);
-    for (const std::string& argument : arguments) {
-        argv.push_back(const_cast<char*>(argument.c_str()));
-    }
-    argv.push_back(nullptr);
-
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, outPath, O_WRONLY | O_CREAT | O_TRUNC,
-                                     0644);
-    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-    pid_t pid = 0;
-    const int spawned = posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    if (spawned != 0) {
-        return -1;
-    }
-    int status = 0;
-    while (::waitpid(pid, &status, 0) < 0) {
-        if (errno != EINTR) {
-            return -1;
-        }
-    }
-    return status;
-}
-
-bool exitedWell(int status) {
-    return status >= 0 && WIFEXITED(status) && WEXITSTATUS(status) == 0;
-}
 
 // One four-row analysis file per run of the command, like the Spleen A example, with its
 // own name and responses drawn from the single-hit model at a frequency around 1 in 10,000

@@ -40,10 +40,9 @@ struct Program {
 void StartupToUsableWindow(benchmark::State& state) {
     for (auto _ : state) {
         Program program;
-        const auto outcome =
-            shell::Startup(program.platform.services(), program.windows, program.session,
-                           program.analyze)
-                .run();
+        const auto outcome = shell::Startup(program.platform.services(), program.windows,
+                                            program.session, program.analyze)
+                                 .run();
         QCoreApplication::processEvents();
         if (outcome != shell::StartupOutcome::Ready) {
             state.SkipWithError("start-up did not finish");

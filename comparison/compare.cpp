@@ -191,6 +191,24 @@ void Compare::subFileOpen() {
 }
 
 AddOutcome Compare::addFile(const std::string& path) {
+    const AddOutcome outcome = appendRow(path);
+    if (outcome == AddOutcome::Added) {
+        subCompareRows(m_grid, m_grid.activeRow());
+    }
+    return outcome;
+}
+
+std::vector<AddOutcome> Compare::addFiles(const std::vector<std::string>& paths) {
+    std::vector<AddOutcome> outcomes;
+    outcomes.reserve(paths.size());
+    for (const std::string& path : paths) {
+        outcomes.push_back(appendRow(path));
+    }
+    subCompareRows(m_grid, m_grid.activeRow());
+    return outcomes;
+}
+
+AddOutcome Compare::appendRow(const std::string& path) {
     std::string text;
     try {
         text = m_platform.files.readAll(path);
@@ -208,7 +226,6 @@ AddOutcome Compare::addFile(const std::string& path) {
         m_grid.activate();
     }
     writeRow(row, shell::lowerCase(path), text);
-    subCompareRows(m_grid, m_grid.activeRow());
     return AddOutcome::Added;
 }
 

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "entry/grid.h"
 #include "platform/common_dialog.h"
@@ -47,6 +48,9 @@ class Compare {
     // What subFileOpen does once its dialog has given the path: the file's row at the end,
     // its file cell the lower-cased path; the comparison row stays unless this is the first.
     AddOutcome addFile(const std::string& path);
+    // The same for several files, in order, with the tests made once at the end: every row
+    // comes out as with one addFile after the other, since the tests are made afresh.
+    std::vector<AddOutcome> addFiles(const std::vector<std::string>& paths);
     // The comparison without rows, as entering an empty directory leaves it.
     void beginEmpty();
     // Makes row the comparison row, as moving the cursor onto it does.
@@ -69,6 +73,7 @@ class Compare {
     void scan();
     // Writes a saved analysis into row, from a file's text; false for a file without results.
     bool writeRow(int row, const std::string& fileCell, const std::string& text);
+    AddOutcome appendRow(const std::string& path);
     void colourRow(int row, entry::Colour colour);
     void makeComparisonRow(int row);
     void deleteRows(int first, int last);

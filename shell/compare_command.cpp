@@ -66,17 +66,14 @@ int runCompareCommand(const std::vector<std::string>& arguments, std::ostream& o
     comparison::Compare compare(platform.services(), session);
     compare.beginEmpty();
     int status = kExitReport;
-    for (const std::string& file : options->files) {
-        switch (compare.addFile(file)) {
-        case comparison::AddOutcome::Added:
-            break;
-        case comparison::AddOutcome::NoResults:
+    const std::vector<comparison::AddOutcome> outcomes = compare.addFiles(options->files);
+    for (std::size_t i = 0; i < outcomes.size(); ++i) {
+        const std::string& file = options->files[i];
+        if (outcomes[i] == comparison::AddOutcome::NoResults) {
             err << file << ": no analysis results in it; skipped\n";
-            break;
-        case comparison::AddOutcome::Unreadable:
+        } else if (outcomes[i] == comparison::AddOutcome::Unreadable) {
             err << file << ": cannot be read; skipped\n";
             status = kExitUnreadable;
-            break;
         }
     }
     const int rows = compare.grdData().dataRowCount();
