@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QIcon>
 
+#include "comparison/compare.h"
 #include "documents/analyze.h"
 #include "platform/qt/qt_analyze_window.h"
 #include "platform/qt/qt_frame_windows.h"
@@ -23,9 +24,10 @@ int main(int argc, char* argv[]) {
     qt::QtPlatform platform;
     shell::Session session;
     documents::Analyze analyze(platform.services(), session);
-    qt::QtMainWindow window(session, analyze);
+    comparison::Compare compare(platform.services(), session);
+    qt::QtMainWindow window(session, analyze, compare);
     qt::QtFrameWindows windows(window);
-    shell::Main frame(platform.services(), windows, session, analyze,
+    shell::Main frame(platform.services(), windows, session, analyze, compare,
                       QFile::encodeName(QCoreApplication::applicationDirPath()).toStdString());
     window.setMain(frame);
     const shell::StartupOutcome started =

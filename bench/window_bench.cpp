@@ -8,6 +8,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include "comparison/compare.h"
 #include "documents/analyze.h"
 #include "platform/qt/qt_analyze_window.h"
 #include "platform/qt/qt_frame_windows.h"
@@ -25,13 +26,15 @@ using namespace titron;
 // The program as its main() puts it together.
 struct Program {
     Program()
-        : analyze(platform.services(), session), window(session, analyze), windows(window),
-          frame(platform.services(), windows, session, analyze, ".") {
+        : analyze(platform.services(), session), compare(platform.services(), session),
+          window(session, analyze, compare), windows(window),
+          frame(platform.services(), windows, session, analyze, compare, ".") {
         window.setMain(frame);
     }
     qt::QtPlatform platform;
     shell::Session session;
     documents::Analyze analyze;
+    comparison::Compare compare;
     qt::QtMainWindow window;
     qt::QtFrameWindows windows;
     shell::Main frame;

@@ -51,6 +51,7 @@ Compare::Compare(platform::Platform& platform, shell::Session& session)
         onLeavingCell(row, newRow);
     };
     m_grid.events().keyDown = [this](int keyCode, int) { onKeyDown(keyCode); };
+    m_grid.setClipboard(&platform.clipboard); // Ctrl+C copies the selected cells
     load();
 }
 

@@ -238,7 +238,7 @@ void Grid::insertRow(int count) {
     const auto n = static_cast<std::size_t>(count);
     m_cells.insert(m_cells.begin() + before * width, n * static_cast<std::size_t>(width), Cell{});
     m_filledInRow.insert(m_filledInRow.begin() + before, n, 0);
-    m_rowHeights.insert(m_rowHeights.begin() + before, n, 0);
+    m_rowHeights.insert(m_rowHeights.begin() + before, n, m_newRowHeight);
     m_rowLimit += count;
     notify(GridChangeKind::Rows);
 }
@@ -262,7 +262,7 @@ void Grid::removeRows(int first, int last) {
     m_filledInRow.erase(m_filledInRow.begin() + first, m_filledInRow.begin() + last + 1);
     m_filledInRow.resize(m_filledInRow.size() + count, 0);
     m_rowHeights.erase(m_rowHeights.begin() + first, m_rowHeights.begin() + last + 1);
-    m_rowHeights.resize(m_rowHeights.size() + count, 0);
+    m_rowHeights.resize(m_rowHeights.size() + count, m_newRowHeight);
 }
 
 void Grid::setTextColour(Colour colour) {
@@ -324,7 +324,7 @@ void Grid::setRowLimit(int rows) {
     const auto count = static_cast<std::size_t>(rows) + 1;
     m_cells.resize(count * static_cast<std::size_t>(m_maxCols + 1));
     m_filledInRow.resize(count, 0);
-    m_rowHeights.resize(count, 0);
+    m_rowHeights.resize(count, m_newRowHeight);
     m_rowLimit = rows;
     m_activeRow = std::min(m_activeRow, std::max(rows, 1));
     m_firstVisibleRow = std::min(m_firstVisibleRow, std::max(rows, 1));
@@ -363,6 +363,7 @@ void Grid::setRowHeight(int row, int twips) {
     }
     if (row == -1) {
         std::fill(m_rowHeights.begin() + 1, m_rowHeights.end(), twips);
+        m_newRowHeight = twips;
     } else {
         m_rowHeights[static_cast<std::size_t>(row)] = twips;
     }
@@ -489,8 +490,10 @@ void Grid::userKeyDown(int keyCode, int shift) {
     if (m_events.keyDown) {
         m_events.keyDown(keyCode, shift);
     }
-    // The control's own clipboard keys, after the window has seen them.
-    if (m_clipboard == nullptr || m_editMode || (shift & CtrlKey) == 0) {
+    // The control's own clipboard keys, after the window has seen them; fixed text is only
+    // copied.
+    if (m_clipboard == nullptr || m_editMode || (shift & CtrlKey) == 0 ||
+        (m_locked && keyCode != key::C)) {
         return;
     }
     switch (keyCode) {

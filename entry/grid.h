@@ -152,7 +152,8 @@ class Grid {
     // outside the columns or a negative width throws Failure 5.
     int colWidth(int col) const;
     void setColWidth(int index, int twips);
-    // Heights in twips, 0 for the control's default; row -1 sets all data rows.
+    // Heights in twips, 0 for the control's default; row -1 sets all data rows, and the
+    // rows that come later (by a larger row limit or inserts) too.
     int rowHeight(int row) const;
     void setRowHeight(int row, int twips);
     // Off during bulk changes: the view hears nothing until redraw goes on again, and then
@@ -240,6 +241,7 @@ class Grid {
     bool m_changedWhileHidden = false;
     bool m_editMode = false;
     bool m_locked = false;
+    int m_newRowHeight = 0;
     std::string m_editText;
     std::vector<std::size_t> m_typedLimits; // per column; npos for no limit
     platform::Clipboard* m_clipboard = nullptr;

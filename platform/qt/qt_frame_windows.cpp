@@ -13,6 +13,8 @@
 
 #include "platform/qt/qt_about_help.h"
 #include "platform/qt/qt_analyze_window.h"
+#include "platform/qt/qt_compare_window.h"
+#include "platform/qt/qt_grid_view.h"
 #include "platform/qt/qt_main_window.h"
 #include "platform/qt/qt_title_form.h"
 #include "platform/qt/qt_twips.h"
@@ -89,6 +91,24 @@ void QtFrameWindows::showAnalyze() {
 
 void QtFrameWindows::repaintAnalyze() {
     m_window.analyzeSubWindow()->repaint();
+}
+
+// Compare comes up before Analyze goes, so that the focus never wanders out of the frame's
+// children. Analyze stays hidden while Compare is in front: nothing can bring it forward.
+void QtFrameWindows::showCompare() {
+    QMdiSubWindow* compare = m_window.compareSubWindow();
+    compare->showMaximized();
+    compare->mdiArea()->setActiveSubWindow(compare);
+    m_window.compareWindow()->gridView()->setFocus(Qt::OtherFocusReason);
+    m_window.analyzeSubWindow()->hide();
+}
+
+void QtFrameWindows::hideCompare() {
+    QMdiSubWindow* analyze = m_window.analyzeSubWindow();
+    analyze->showMaximized();
+    analyze->mdiArea()->setActiveSubWindow(analyze);
+    m_window.compareSubWindow()->hide();
+    m_window.analyzeWindow()->followFocus();
 }
 
 void QtFrameWindows::showAbout() {

@@ -1,5 +1,5 @@
 // The windows that start-up and the frame logic drive, on Qt: the splash, the frame, the
-// Analyze child, the About box and the desktop's file handler.
+// Analyze and Compare children, the About box and the desktop's file handler.
 #pragma once
 
 #include <memory>
@@ -24,6 +24,8 @@ class QtFrameWindows : public platform::FrameWindows {
     void showFrame() override;
     void showAnalyze() override;
     void repaintAnalyze() override;
+    void showCompare() override;
+    void hideCompare() override;
     void showAbout() override;
     bool openWithDesktop(const std::string& path) override;
     void closeFrame() override;

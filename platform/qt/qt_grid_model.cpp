@@ -1,6 +1,7 @@
 #include "platform/qt/qt_grid_model.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QBrush>
 #include <QColor>
@@ -32,6 +33,15 @@ QtGridModel::QtGridModel(entry::Grid& grid, QObject* parent)
 
 QtGridModel::~QtGridModel() {
     m_grid.setChangeListener({});
+}
+
+void QtGridModel::setCentredColumns(std::function<bool(int col)> centred) {
+    m_centred = std::move(centred);
+    if (m_rows > 0) {
+        emit dataChanged(index(0, 0), index(m_rows - 1, columnCount() - 1),
+                         {Qt::TextAlignmentRole});
+    }
+    emit headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
 }
 
 int QtGridModel::rowCount(const QModelIndex& parent) const {
@@ -75,15 +85,31 @@ QVariant QtGridModel::data(const QModelIndex& index, int role) const {
             return QBrush(kSelectionBackground);
         }
         return {};
+    case Qt::TextAlignmentRole:
+        return alignment(col, false);
     default:
         return {};
     }
+}
+
+// A heading wraps only when its alignment says so; the cells wrap by the view's setting.
+QVariant QtGridModel::alignment(int col, bool heading) const {
+    if (!m_centred) {
+        return {};
+    }
+    const Qt::Alignment place =
+        (m_centred(col) ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignVCenter;
+    return place.toInt() | (heading ? Qt::TextWordWrap : 0);
 }
 
 QVariant QtGridModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation == Qt::Horizontal && role == Qt::DisplayRole && section >= 0 &&
         section < columnCount()) {
         return QString::fromLatin1(m_grid.cell(section, 0));
+    }
+    if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole && section >= 0 &&
+        section < columnCount()) {
+        return alignment(section, true);
     }
     return QAbstractTableModel::headerData(section, orientation, role);
 }

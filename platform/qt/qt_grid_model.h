@@ -3,6 +3,8 @@
 // r + 1; model column c is grid column c, column 0 holding the row numbers.
 #pragma once
 
+#include <functional>
+
 #include <QAbstractTableModel>
 
 #include "entry/grid.h"
@@ -17,6 +19,11 @@ class QtGridModel : public QAbstractTableModel {
     ~QtGridModel() override;
 
     entry::Grid& grid() const { return m_grid; }
+
+    // Where text stands in the cells and headings. Unset, the view decides (Analyze's look);
+    // set, each column's text is centred or at the left as centred(col) says, vertically
+    // centred, and the headings wrap inside their cells.
+    void setCentredColumns(std::function<bool(int col)> centred);
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     int columnCount(const QModelIndex& parent = QModelIndex()) const override;
@@ -42,11 +49,13 @@ class QtGridModel : public QAbstractTableModel {
     void backgroundChanged();
     void resetFromGrid();
     bool inSelection(int col, int row) const;
+    QVariant alignment(int col, bool heading) const;
 
     entry::Grid& m_grid;
     // The row count the views were last told of. While the grid's redraw is off the grid
     // may have grown or shrunk unheard; the model keeps answering for what was announced.
     int m_rows = 0;
+    std::function<bool(int col)> m_centred;
 };
 
 } // namespace titron::qt

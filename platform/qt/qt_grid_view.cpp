@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include <QFocusEvent>
 #include <QHeaderView>
@@ -293,6 +294,13 @@ void QtGridView::applyGridLayout() {
         }
     }
     updateGeometries();
+}
+
+void QtGridView::setWrappedColumns(std::function<bool(int col)> centred) {
+    m_model->setCentredColumns(std::move(centred));
+    setWordWrap(true);
+    // An elided heading would be cut to one line before it could wrap.
+    horizontalHeader()->setTextElideMode(Qt::ElideNone);
 }
 
 // --- Keys -------------------------------------------------------------------------------------

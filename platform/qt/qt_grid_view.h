@@ -3,6 +3,8 @@
 // events, decide what they do. Qt's own selection and editors stay unused.
 #pragma once
 
+#include <functional>
+
 #include <QTableView>
 
 #include "entry/grid.h"
@@ -21,6 +23,9 @@ class QtGridView : public QTableView {
 
     // Column widths, row heights and the heading row's height from the grid (twips).
     void applyGridLayout();
+    // Text wrapped inside the cells and headings, vertically centred, each column centred or
+    // at the left as centred(col) says. Without it, text stands on one line at the left.
+    void setWrappedColumns(std::function<bool(int col)> centred);
 
   signals:
     // The keyboard focus came or went; a pop-up menu or a box over the window doesn't count.

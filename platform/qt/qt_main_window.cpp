@@ -12,6 +12,7 @@
 #include <QToolBar>
 
 #include "platform/qt/qt_analyze_window.h"
+#include "platform/qt/qt_compare_window.h"
 #include "platform/qt/qt_grid_view.h"
 #include "platform/qt/qt_shortcut_guard.h"
 #include "platform/qt/qt_text.h"
@@ -19,20 +20,27 @@
 
 namespace titron::qt {
 
-QtMainWindow::QtMainWindow(shell::Session& session, documents::Analyze& analyze, QWidget* parent)
-    : QMainWindow(parent), m_session(session) {
+QtMainWindow::QtMainWindow(shell::Session& session, documents::Analyze& analyze,
+                           comparison::Compare& compare, QWidget* parent)
+    : QMainWindow(parent), m_session(session), m_compare(compare) {
     setObjectName(QStringLiteral("Main"));
     m_mdiArea = new QMdiArea(this);
     m_mdiArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_mdiArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setCentralWidget(m_mdiArea);
 
+    // No close boxes: the rest of the program counts on both windows being there; the
+    // Compare button alone takes Compare away.
+    const Qt::WindowFlags noCloseBox =
+        Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint;
     m_analyzeWindow = new QtAnalyzeWindow(analyze);
-    // No close box: the rest of the program counts on Analyze being there.
-    m_analyzeSubWindow = m_mdiArea->addSubWindow(
-        m_analyzeWindow, Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
+    m_analyzeSubWindow = m_mdiArea->addSubWindow(m_analyzeWindow, noCloseBox);
     m_analyzeSubWindow->installEventFilter(this);
     m_analyzeSubWindow->hide();
+    m_compareWindow = new QtCompareWindow(compare);
+    m_compareSubWindow = m_mdiArea->addSubWindow(m_compareWindow, noCloseBox);
+    m_compareSubWindow->installEventFilter(this);
+    m_compareSubWindow->hide();
 
     m_shortcutGuard = new QtShortcutGuard(this);
     buildMenus();
@@ -63,7 +71,8 @@ void QtMainWindow::closeEvent(QCloseEvent* event) {
 }
 
 bool QtMainWindow::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == m_analyzeSubWindow && event->type() == QEvent::Close) {
+    if ((watched == m_analyzeSubWindow || watched == m_compareSubWindow) &&
+        event->type() == QEvent::Close) {
         event->ignore();
         return true;
     }
@@ -157,7 +166,7 @@ void QtMainWindow::menuClicked(const std::string& name) {
     if (m_main != nullptr) {
         m_main->menuClick(name);
     }
-    m_analyzeWindow->followFocus();
+    followFocus();
 }
 
 void QtMainWindow::toolClicked(const std::string& key) {
@@ -165,7 +174,16 @@ void QtMainWindow::toolClicked(const std::string& key) {
         m_main->toolbarClick(key);
     }
     render();
-    m_analyzeWindow->followFocus();
+    followFocus();
+}
+
+// Analyze's controls are hidden while Compare is in front: the focus must not go to them.
+void QtMainWindow::followFocus() {
+    if (m_compare.visible()) {
+        m_compareWindow->gridView()->setFocus(Qt::OtherFocusReason);
+    } else {
+        m_analyzeWindow->followFocus();
+    }
 }
 
 } // namespace titron::qt

@@ -1,6 +1,6 @@
-// The frame Main: the menu bar, the toolbar "tool" and the MDI area holding Analyze. The
-// menus and buttons are drawn from the session's FrameModel and redrawn when it changes;
-// clicks go to the shell::Main logic.
+// The frame Main: the menu bar, the toolbar "tool" and the MDI area holding Analyze and
+// Compare, one of them in front. The menus and buttons are drawn from the session's
+// FrameModel and redrawn when it changes; clicks go to the shell::Main logic.
 #pragma once
 
 #include <string>
@@ -8,6 +8,7 @@
 
 #include <QMainWindow>
 
+#include "comparison/compare.h"
 #include "documents/analyze.h"
 #include "shell/frame_model.h"
 #include "shell/main_frame.h"
@@ -21,11 +22,13 @@ class QToolBar;
 namespace titron::qt {
 
 class QtAnalyzeWindow;
+class QtCompareWindow;
 class QtShortcutGuard;
 
 class QtMainWindow : public QMainWindow {
   public:
-    QtMainWindow(shell::Session& session, documents::Analyze& analyze, QWidget* parent = nullptr);
+    QtMainWindow(shell::Session& session, documents::Analyze& analyze, comparison::Compare& compare,
+                 QWidget* parent = nullptr);
     ~QtMainWindow() override;
 
     // The frame logic that clicks go to. It is made after the window (it needs the
@@ -34,6 +37,8 @@ class QtMainWindow : public QMainWindow {
 
     QtAnalyzeWindow* analyzeWindow() const { return m_analyzeWindow; }
     QMdiSubWindow* analyzeSubWindow() const { return m_analyzeSubWindow; }
+    QtCompareWindow* compareWindow() const { return m_compareWindow; }
+    QMdiSubWindow* compareSubWindow() const { return m_compareSubWindow; }
     QToolBar* toolBar() const { return m_toolBar; }
 
   protected:
@@ -48,12 +53,17 @@ class QtMainWindow : public QMainWindow {
     void showPopup(shell::PopupRequest at);
     void menuClicked(const std::string& name);
     void toolClicked(const std::string& key);
+    // The keyboard focus to where the window in front keeps it.
+    void followFocus();
 
     shell::Session& m_session;
+    comparison::Compare& m_compare;
     shell::Main* m_main = nullptr;
     QMdiArea* m_mdiArea;
     QtAnalyzeWindow* m_analyzeWindow;
     QMdiSubWindow* m_analyzeSubWindow;
+    QtCompareWindow* m_compareWindow;
+    QMdiSubWindow* m_compareSubWindow;
     QToolBar* m_toolBar;
     QtShortcutGuard* m_shortcutGuard;
     // One action per item and per button, in the model's order.

@@ -126,6 +126,7 @@ TEST_F(CompareTest, EmptyDirectoryThenAddedFilesAndTheCursorChoosesTheComparison
     compare.subFileOpen();
     ASSERT_EQ(grid().rowLimit(), 2);
     EXPECT_TRUE(onlyRedRow(1));
+    EXPECT_EQ(grid().rowHeight(2), 600); // an added row keeps the rows' height
     EXPECT_EQ(grid().cell(column::Ratio, 2), "0.50000");
 
     moveTo(2);
@@ -203,6 +204,14 @@ TEST_F(CompareTest, SavePrintAndCopyTakeTheGridOut) {
     EXPECT_EQ(platform.text().substr(0, 22), "Filename\tAnalysis Name");
     const std::string copied = platform.text();
     EXPECT_EQ(std::count(copied.begin(), copied.end(), '\n'), 3); // headings and two rows
+    // The fixed cells copy with Ctrl+C but don't cut or paste.
+    const std::string name = grid().cell(column::Name, 1); // rows stand as the scan listed them
+    grid().userSelect({1, 1, 2, 1});
+    grid().userKeyDown(entry::key::X, entry::CtrlKey);
+    grid().userKeyDown(entry::key::V, entry::CtrlKey);
+    EXPECT_EQ(grid().cell(column::Name, 1), name);
+    grid().userKeyDown(entry::key::C, entry::CtrlKey);
+    EXPECT_EQ(platform.text(), grid().cell(column::File, 1) + "\t" + name + "\r\n");
 }
 
 TEST_F(CompareTest, ResizeSharesTheWidthAboveThreeThousandTwips) {

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include "comparison/compare.h"
 #include "documents/analyze.h"
 #include "platform/qt/qt_analyze_window.h"
 #include "platform/qt/qt_frame_windows.h"
@@ -21,8 +22,10 @@ namespace titron::qt::testing {
 class QtFrameFixture : public ::testing::Test {
   protected:
     QtFrameFixture()
-        : analyze(platform.services(), session), window(session, analyze), windows(window),
-          frame(platform.services(), windows, session, analyze, "/nonexistent-titron-dir") {
+        : analyze(platform.services(), session), compare(platform.services(), session),
+          window(session, analyze, compare), windows(window),
+          frame(platform.services(), windows, session, analyze, compare,
+                "/nonexistent-titron-dir") {
         window.setMain(frame);
         session.HelpFile = "TITRO.HLP";
         analyze.load();
@@ -50,6 +53,7 @@ class QtFrameFixture : public ::testing::Test {
     QtPlatform platform;
     shell::Session session;
     documents::Analyze analyze;
+    comparison::Compare compare;
     QtMainWindow window;
     QtFrameWindows windows;
     shell::Main frame;

@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include "comparison/compare.h"
 #include "documents/analyze.h"
 #include "platform/qt/qt_analyze_window.h"
 #include "platform/qt/qt_frame_windows.h"
@@ -57,9 +58,10 @@ TEST_F(QtStartupTest, SplashStandsWhileTheFramePlacesItselfFromTheSettings) {
     QtPlatform platform;
     shell::Session session;
     documents::Analyze analyze(platform.services(), session);
-    QtMainWindow window(session, analyze);
+    comparison::Compare compare(platform.services(), session);
+    QtMainWindow window(session, analyze, compare);
     QtFrameWindows windows(window);
-    shell::Main frame(platform.services(), windows, session, analyze, directory.string());
+    shell::Main frame(platform.services(), windows, session, analyze, compare, directory.string());
     window.setMain(frame);
 
     bool splashOnTop = false;
@@ -102,7 +104,8 @@ TEST(QtFrameWindowsDeathTest, EndProgramEndsAtOnceWithStatusOne) {
     shell::Session session;
     QtPlatform platform;
     documents::Analyze analyze(platform.services(), session);
-    QtMainWindow window(session, analyze);
+    comparison::Compare compare(platform.services(), session);
+    QtMainWindow window(session, analyze, compare);
     QtFrameWindows windows(window);
     EXPECT_EXIT(windows.endProgram(), ::testing::ExitedWithCode(1), "");
 }

@@ -1,0 +1,192 @@
+// Compare on screen: the toolbar's Compare button brings the saved analyses of the current
+// directory in front of Analyze and takes them away again; the user's moves and keys on the
+// grid reach the comparison logic, which recolours and recomputes, and typing changes nothing.
+#include <array>
+#include <string>
+
+#include <QAction>
+#include <QApplication>
+#include <QBrush>
+#include <QDir>
+#include <QHeaderView>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolBar>
+
+#include <gtest/gtest.h>
+
+#include "comparison/compare.h"
+#include "comparison/compare_rows.h"
+#include "platform/qt/qt_compare_window.h"
+#include "platform/qt/qt_grid_model.h"
+#include "platform/qt/qt_grid_view.h"
+#include "platform/qt/qt_twips.h"
+#include "platform/scripted_platform.h"
+#include "shell/text_routines.h"
+#include "tests/gui/qt_frame_fixture.h"
+
+namespace titron::qt {
+namespace {
+
+namespace column = comparison::column;
+
+const QColor kRed(255, 0, 0);
+const QColor kBlue(0, 0, 255);
+
+// Runs in a scratch directory made the current one, holding two analyses saved by the core.
+class QtCompareWindowTest : public testing::QtFrameFixture {
+  protected:
+    QtCompareWindowTest() : m_previous(QDir::currentPath()) {
+        EXPECT_TRUE(m_directory.isValid());
+        QDir::setCurrent(m_directory.path());
+        session.LastDirectory = m_directory.path().toStdString();
+        saveAnalysis("spleen-a.tna", "Spleen A", {"2", "6", "14", "22"});
+        saveAnalysis("spleen-b.tna", "Spleen B", {"1", "3", "8", "15"});
+    }
+    ~QtCompareWindowTest() override { QDir::setCurrent(m_previous); }
+
+    // An analysis of doses 1000 to 30000, 24 tested at each, saved as the Save command would.
+    static void saveAnalysis(const std::string& file, const std::string& name,
+                             const std::array<const char*, 4>& positives) {
+        platform::ScriptedPlatform scripted;
+        shell::Session headlessSession;
+        documents::Analyze headless(scripted.services(), headlessSession);
+        headless.load();
+        headless.txtAnalysisName().setText(name);
+        const char* doses[] = {"1000", "3000", "10000", "30000"};
+        for (int row = 1; row <= 4; ++row) {
+            headless.grdData().setCell(1, row, doses[row - 1]);
+            headless.grdData().setCell(2, row, positives[static_cast<std::size_t>(row - 1)]);
+            headless.grdData().setCell(3, row, "24");
+        }
+        headless.subAnalyze();
+        ASSERT_TRUE(headless.saveDocument(file));
+    }
+
+    void clickCompare() {
+        QAction* button = window.findChild<QAction*>(QStringLiteral("Compare"));
+        ASSERT_NE(button, nullptr);
+        QTest::mouseClick(window.toolBar()->widgetForAction(button), Qt::LeftButton);
+    }
+
+    QtGridView& view() { return *window.compareWindow()->gridView(); }
+    QtGridModel& model() { return view().gridModel(); }
+    QString cell(int col, int row) { return model().data(model().cellIndex(col, row)).toString(); }
+    QColor colour(int col, int row) {
+        return model()
+            .data(model().cellIndex(col, row), Qt::ForegroundRole)
+            .value<QBrush>()
+            .color();
+    }
+    // The viewport point in the middle of a cell.
+    QPoint centreOf(int col, int row) {
+        return {view().columnViewportPosition(col) + view().columnWidth(col) / 2,
+                view().rowViewportPosition(row - 1) + view().rowHeight(row - 1) / 2};
+    }
+
+    // A file's cell: the directory's path in lower case and the file's name.
+    std::string directoryCell(const std::string& file) {
+        return shell::lowerCase(m_directory.path().toStdString()) + "/" + file;
+    }
+
+  private:
+    QString m_previous;
+    QTemporaryDir m_directory;
+};
+
+TEST_F(QtCompareWindowTest, CompareButtonShowsTheSavedAnalysesInFrontAndTakesThemAway) {
+    const QString analyzeTitle = window.windowTitle();
+    clickCompare();
+
+    QMdiSubWindow* compareChild = window.compareSubWindow();
+    EXPECT_TRUE(compareChild->isVisible());
+    EXPECT_TRUE(compareChild->isMaximized());
+    EXPECT_EQ(compareChild->mdiArea()->activeSubWindow(), compareChild);
+    EXPECT_FALSE(window.analyzeSubWindow()->isVisible());
+    EXPECT_EQ(QApplication::focusWidget(), &view());
+    EXPECT_EQ(window.windowTitle(), QString(comparison::kCompareCaption));
+    EXPECT_FALSE(compareChild->close());
+    EXPECT_TRUE(compareChild->isVisible());
+
+    // The rows, in the order the directory lists the files; the first is the comparison row.
+    ASSERT_EQ(model().rowCount(), 2);
+    const QStringList files{cell(column::File, 1), cell(column::File, 2)};
+    EXPECT_TRUE(files.contains(QString::fromStdString(directoryCell("spleen-a.tna"))));
+    EXPECT_TRUE(files.contains(QString::fromStdString(directoryCell("spleen-b.tna"))));
+    EXPECT_EQ(colour(column::File, 1), kRed);
+    EXPECT_EQ(colour(column::File, 2), kBlue);
+    EXPECT_TRUE(cell(column::Difference, 1).isEmpty());
+    EXPECT_FALSE(cell(column::Difference, 2).isEmpty());
+
+    // The look: heights and the heading column from the grid, the columns' widths laid out
+    // for the child's outer width, text wrapped and placed by column.
+    EXPECT_EQ(view().rowHeight(0), twipsToPixelsY(600, view()));
+    EXPECT_EQ(view().horizontalHeader()->height(), twipsToPixelsY(690, view()));
+    EXPECT_EQ(view().columnWidth(0), twipsToPixelsX(150, view()));
+    EXPECT_EQ(compare.grdData().colWidth(column::File),
+              pixelsToTwipsX(compareChild->width(), view()) / 7);
+    EXPECT_EQ(view().columnWidth(column::File),
+              twipsToPixelsX(compare.grdData().colWidth(column::File), view()));
+    EXPECT_TRUE(view().wordWrap());
+    const auto alignment = [this](int col) {
+        return model().data(model().cellIndex(col, 1), Qt::TextAlignmentRole).toInt();
+    };
+    EXPECT_EQ(alignment(column::Name), Qt::AlignLeft | Qt::AlignVCenter);
+    EXPECT_EQ(alignment(column::LogProportion), Qt::AlignHCenter | Qt::AlignVCenter);
+    // Analyze's grid keeps its own look.
+    const QtGridModel& analyzeModel = window.analyzeWindow()->gridView()->gridModel();
+    EXPECT_FALSE(analyzeModel.data(analyzeModel.cellIndex(1, 1), Qt::TextAlignmentRole).isValid());
+
+    clickCompare();
+
+    EXPECT_TRUE(window.analyzeSubWindow()->isVisible());
+    EXPECT_EQ(window.analyzeSubWindow()->mdiArea()->activeSubWindow(), window.analyzeSubWindow());
+    EXPECT_FALSE(compareChild->isVisible());
+    EXPECT_EQ(QApplication::focusWidget(), &nameBox());
+    EXPECT_EQ(window.windowTitle(), analyzeTitle);
+}
+
+TEST_F(QtCompareWindowTest, MovesRecompareTypingChangesNothingAndDeleteTakesWholeRows) {
+    clickCompare();
+    ASSERT_EQ(model().rowCount(), 2);
+    const QString firstDifference = cell(column::Difference, 1);
+
+    QTest::keyClick(&view(), Qt::Key_Down);
+
+    EXPECT_EQ(colour(column::File, 1), kBlue);
+    EXPECT_EQ(colour(column::File, 2), kRed);
+    EXPECT_NE(cell(column::Difference, 1), firstDifference);
+    EXPECT_TRUE(cell(column::Difference, 2).isEmpty());
+
+    // A click on row 1 makes it the comparison row again.
+    QTest::mouseClick(view().viewport(), Qt::LeftButton, {}, centreOf(column::Name, 1));
+    EXPECT_EQ(colour(column::File, 1), kRed);
+    EXPECT_EQ(colour(column::File, 2), kBlue);
+
+    const auto cells = [this] {
+        QStringList all;
+        for (int col = 1; col <= comparison::kCompareColumns; ++col) {
+            all << cell(col, 1) << cell(col, 2);
+        }
+        return all;
+    };
+    const QStringList before = cells();
+    QTest::keyClick(&view(), Qt::Key_5);
+    QTest::mouseDClick(view().viewport(), Qt::LeftButton, {}, centreOf(column::Name, 1));
+    QTest::keyClick(&view(), Qt::Key_7);
+    EXPECT_EQ(cells(), before);
+    EXPECT_EQ(QApplication::focusWidget(), &view()); // no editor took it
+
+    // A press on the row heading selects row 1 whole; Delete takes it away.
+    const QString second = cell(column::File, 2);
+    QTest::mouseClick(view().viewport(), Qt::LeftButton, {}, centreOf(0, 1));
+    QTest::keyClick(&view(), Qt::Key_Delete);
+    ASSERT_EQ(model().rowCount(), 1);
+    EXPECT_EQ(cell(column::File, 1), second);
+    EXPECT_EQ(colour(column::File, 1), kRed);
+}
+
+} // namespace
+} // namespace titron::qt
