@@ -1,6 +1,8 @@
 // The desktop program's own speed, on Qt's offscreen platform: start-up until the window is
-// usable (the splash's 4 s of waits included), and one typed key in a 1,500-row assay table
-// until the cell shows it.
+// usable (the splash's 4 s of waits included), one typed key in a 1,500-row assay table
+// until the cell shows it, and the Compare button over 1,000 analysis files until the
+// window is painted.
+#include <filesystem>
 #include <string>
 
 #include <QApplication>
@@ -8,6 +10,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include "bench/bench_support.h"
 #include "comparison/compare.h"
 #include "documents/analyze.h"
 #include "platform/qt/qt_analyze_window.h"
@@ -94,6 +97,32 @@ void TypeKeyIn1500RowGrid(benchmark::State& state) {
     }
 }
 BENCHMARK(TypeKeyIn1500RowGrid)->Unit(benchmark::kMicrosecond)->UseRealTime();
+
+void CompareButtonOver1000Files(benchmark::State& state) {
+    static bench::ScratchDirectory directory;
+    static const std::vector<std::string> files = bench::makeReportFiles(directory.path(), 1000);
+    const std::filesystem::path previous = std::filesystem::current_path();
+    std::filesystem::current_path(directory.path());
+    Program program;
+    program.session.LastDirectory = directory.path().string();
+    program.analyze.load();
+    program.window.resize(1024, 768);
+    program.windows.showAnalyze();
+    QCoreApplication::processEvents();
+    for (auto _ : state) {
+        program.frame.toolbarClick("Compare");
+        program.window.repaint(); // the rows on the screen
+        state.PauseTiming();
+        if (program.compare.grdData().dataRowCount() != 1000) {
+            state.SkipWithError("the scan did not give a row for every file");
+        }
+        program.frame.toolbarClick("Compare");
+        QCoreApplication::processEvents();
+        state.ResumeTiming();
+    }
+    std::filesystem::current_path(previous);
+}
+BENCHMARK(CompareButtonOver1000Files)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 } // namespace
 
