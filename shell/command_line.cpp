@@ -102,15 +102,8 @@ std::optional<Options> parseOptions(const std::vector<std::string>& arguments, s
                 return std::nullopt;
             }
             options.tsv = value == "tsv";
-        } else if (argument == "--") {
-            options.files.insert(options.files.end(), arguments.begin() + static_cast<long>(i) + 1,
-                                 arguments.end());
-            break;
-        } else if (argument.size() > 1 && argument[0] == '-') {
-            err << "titron-cli: unknown option or missing value: " << argument << "\n";
+        } else if (!takeFileArgument(arguments, i, options.files, err)) {
             return std::nullopt;
-        } else {
-            options.files.push_back(argument);
         }
     }
     if (options.files.empty()) {
@@ -248,6 +241,21 @@ void writeTsvLine(std::ostream& out, const std::string& file, const FileResult& 
 }
 
 } // namespace
+
+bool takeFileArgument(const std::vector<std::string>& arguments, std::size_t& i,
+                      std::vector<std::string>& files, std::ostream& err) {
+    const std::string& argument = arguments[i];
+    if (argument == "--") {
+        files.insert(files.end(), arguments.begin() + static_cast<long>(i) + 1, arguments.end());
+        i = arguments.size();
+    } else if (argument.size() > 1 && argument[0] == '-') {
+        err << "titron-cli: unknown option or missing value: " << argument << "\n";
+        return false;
+    } else {
+        files.push_back(argument);
+    }
+    return true;
+}
 
 int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
                    std::ostream& err) {

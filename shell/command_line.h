@@ -16,6 +16,11 @@ inline constexpr int kExitBox = 2;
 inline constexpr int kExitNoConvergence = 3;
 inline constexpr int kExitUsage = 64;
 
+// An argument that is no option of the command: a FILE, or "--" with every FILE behind it
+// (i then moves past the end). False, told on err, for an unknown option.
+bool takeFileArgument(const std::vector<std::string>& arguments, std::size_t& i,
+                      std::vector<std::string>& files, std::ostream& err);
+
 // Runs the command line (arguments without the program name); returns the exit status.
 int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err);
 

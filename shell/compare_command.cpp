@@ -34,15 +34,8 @@ std::optional<CompareOptions> parseCompareOptions(const std::vector<std::string>
             }
         } else if (argument == "--save" && hasValue) {
             options.saveTo = arguments[++i];
-        } else if (argument == "--") {
-            options.files.insert(options.files.end(), arguments.begin() + static_cast<long>(i) + 1,
-                                 arguments.end());
-            break;
-        } else if (argument.size() > 1 && argument[0] == '-') {
-            err << "titron-cli: unknown option or missing value: " << argument << "\n";
+        } else if (!takeFileArgument(arguments, i, options.files, err)) {
             return std::nullopt;
-        } else {
-            options.files.push_back(argument);
         }
     }
     if (options.files.empty()) {
