@@ -86,13 +86,13 @@ std::optional<Options> parseOptions(const std::vector<std::string>& arguments, s
         const bool hasValue = i + 1 < arguments.size();
         if (argument == "--passes" && hasValue) {
             const std::string& value = arguments[++i];
-            const auto [end, error] =
-                std::from_chars(value.data(), value.data() + value.size(), options.passes);
-            if (error != std::errc() || end != value.data() + value.size() || options.passes < 0) {
+            const std::optional<int> passes = wholeNumberOption(value, 0);
+            if (!passes) {
                 err << "titron-cli: --passes needs a whole number of 0 or more, not '" << value
                     << "'\n";
                 return std::nullopt;
             }
+            options.passes = *passes;
         } else if (argument == "--save" && hasValue) {
             options.saveTo = arguments[++i];
         } else if (argument == "--format" && hasValue) {
@@ -241,6 +241,15 @@ void writeTsvLine(std::ostream& out, const std::string& file, const FileResult& 
 }
 
 } // namespace
+
+std::optional<int> wholeNumberOption(const std::string& value, int least) {
+    int number = 0;
+    const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), number);
+    if (error != std::errc() || end != value.data() + value.size() || number < least) {
+        return std::nullopt;
+    }
+    return number;
+}
 
 bool takeFileArgument(const std::vector<std::string>& arguments, std::size_t& i,
                       std::vector<std::string>& files, std::ostream& err) {

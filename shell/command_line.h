@@ -3,6 +3,7 @@
 // those of the desktop program.
 #pragma once
 
+#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -20,6 +21,9 @@ inline constexpr int kExitUsage = 64;
 // (i then moves past the end). False, told on err, for an unknown option.
 bool takeFileArgument(const std::vector<std::string>& arguments, std::size_t& i,
                       std::vector<std::string>& files, std::ostream& err);
+
+// The value of a whole-number option, or nothing when it isn't one or is below least.
+std::optional<int> wholeNumberOption(const std::string& value, int least);
 
 // Runs the command line (arguments without the program name); returns the exit status.
 int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err);

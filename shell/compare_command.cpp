@@ -1,6 +1,5 @@
 #include "shell/compare_command.h"
 
-#include <charconv>
 #include <optional>
 
 #include "comparison/compare.h"
@@ -26,12 +25,12 @@ std::optional<CompareOptions> parseCompareOptions(const std::vector<std::string>
         const bool hasValue = i + 1 < arguments.size();
         if (argument == "--row" && hasValue) {
             const std::string& value = arguments[++i];
-            const auto [end, error] =
-                std::from_chars(value.data(), value.data() + value.size(), options.row);
-            if (error != std::errc() || end != value.data() + value.size() || options.row < 1) {
+            const std::optional<int> row = wholeNumberOption(value, 1);
+            if (!row) {
                 err << "titron-cli: --row needs a row number of 1 or more, not '" << value << "'\n";
                 return std::nullopt;
             }
+            options.row = *row;
         } else if (argument == "--save" && hasValue) {
             options.saveTo = arguments[++i];
         } else if (!takeFileArgument(arguments, i, options.files, err)) {
