@@ -1,0 +1,134 @@
+// fnReplaceText and fnCloseTabs against a plain model that does each step of the routine
+// as it is described, with positions from 1 and a fresh search each time. The routines
+// themselves work in one pass; on every input both must leave the same text, and fail
+// alike where the model fails.
+#include <optional>
+#include <string>
+
+#include "fuzz/fuzz_bytes.h"
+#include "fuzz/fuzz_targets.h"
+#include "platform/failure.h"
+#include "shell/text_routines.h"
+
+namespace titron::fuzz {
+
+namespace {
+
+using platform::Failure;
+
+// The first place of find at or after the 1-based position start, or 0. A start behind
+// the text finds nothing; a start below 1 is an invalid call.
+long inStr(long start, const std::string& text, const std::string& find) {
+    if (start < 1) {
+        throw Failure(platform::failure::InvalidCall);
+    }
+    if (start > static_cast<long>(text.size()) + 1) {
+        return 0;
+    }
+    const std::size_t at = text.find(find, static_cast<std::size_t>(start - 1));
+    return at == std::string::npos ? 0 : static_cast<long>(at) + 1;
+}
+
+void modelReplaceText(std::string& text, const std::string& find, const std::string& replace) {
+    const long lf = static_cast<long>(find.size());
+    const long lr = static_cast<long>(replace.size());
+    long p = inStr(1, text, find);
+    while (p != 0) {
+        text = text.substr(0, static_cast<std::size_t>(p - 1)) + replace +
+               text.substr(static_cast<std::size_t>(p - 1 + lf));
+        p = inStr(p + lr - lf + 1, text, find);
+    }
+}
+
+void modelCloseTabs(std::string& text) {
+    const std::string pair = "\t\t";
+    const std::string lineEnd = "\r\n";
+    long m = 1;
+    long p = inStr(1, text, pair);
+    while (p != 0) {
+        if (p - m > 9) {
+            text.erase(static_cast<std::size_t>(p - 1), 1);
+            p = p - 1;
+        }
+        m = p;
+        p = inStr(m + 1, text, pair);
+        const long e = inStr(m + 1, text, lineEnd);
+        if (e < p) {
+            const long f = inStr(p + 1, text, lineEnd);
+            m = f + 2;
+        }
+    }
+}
+
+// Runs a routine on a copy of text; the failure number if it failed. The text is what it
+// was left as either way.
+template <typename Routine> std::optional<int> run(std::string& text, Routine routine) {
+    try {
+        routine(text);
+        return std::nullopt;
+    } catch (const Failure& failure) {
+        return failure.number();
+    }
+}
+
+std::string shown(const std::string& text) {
+    std::string out;
+    for (const char c : text) {
+        out += c == '\t'   ? std::string("[T]")
+               : c == '\r' ? "[CR]"
+               : c == '\n' ? "[LF]"
+                           : std::string(1, c);
+    }
+    return out;
+}
+
+void compare(const std::string& what, const std::string& input, std::string& ours,
+             std::optional<int> ourFailure, std::string& model, std::optional<int> modelFailure) {
+    check(ourFailure == modelFailure,
+          what + " fails differently from its model on " + shown(input));
+    check(ours == model,
+          what + " on " + shown(input) + " gives " + shown(ours) + ", its model " + shown(model));
+}
+
+} // namespace
+
+void textRoutines(std::string_view bytes) {
+    FuzzBytes in(bytes);
+    const std::uint8_t mode = in.byte();
+    if ((mode & 1) == 0) {
+        // fnReplaceText with a find of 1 to 3 characters and a replacement of 0 to 3.
+        std::string find;
+        std::string replace;
+        for (int i = 0, n = 1 + (mode >> 1) % 3; i < n; ++i) {
+            find += static_cast<char>(in.byte());
+        }
+        for (int i = 0, n = (mode >> 3) % 4; i < n; ++i) {
+            replace += static_cast<char>(in.byte());
+        }
+        const std::string input(in.rest());
+        std::string ours = input;
+        std::string model = input;
+        const auto ourFailure =
+            run(ours, [&](std::string& t) { shell::fnReplaceText(t, find, replace); });
+        const auto modelFailure =
+            run(model, [&](std::string& t) { modelReplaceText(t, find, replace); });
+        compare("fnReplaceText(" + shown(find) + ", " + shown(replace) + ")", input, ours,
+                ourFailure, model, modelFailure);
+        return;
+    }
+    // fnCloseTabs as the table layout calls it: on a text whose Tabs were doubled, and on
+    // the raw text.
+    const std::string input(in.rest());
+    std::string ours = input;
+    std::string model = input;
+    if (mode & 2) {
+        shell::fnReplaceText(ours, "\t", "\t\t");
+        modelReplaceText(model, "\t", "\t\t");
+        check(ours == model, "doubling the Tabs of " + shown(input) + " differs from its model");
+    }
+    const auto ourFailure = run(ours, [](std::string& t) { shell::fnCloseTabs(t); });
+    const auto modelFailure = run(model, [](std::string& t) { modelCloseTabs(t); });
+    compare("fnCloseTabs", input, ours, ourFailure, model, modelFailure);
+}
+
+} // namespace titron::fuzz
