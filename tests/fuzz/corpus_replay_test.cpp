@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <ostream>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -16,6 +17,10 @@ struct Target {
     const char* name;
     std::function<void(std::string_view)> run;
 };
+
+void PrintTo(const Target& target, std::ostream* out) {
+    *out << target.name;
+}
 
 class CorpusReplayTest : public ::testing::TestWithParam<Target> {};
 
