@@ -8,6 +8,7 @@
 #include "analysis/number_text.h"
 #include "documents/analyze.h"
 #include "entry/grid.h"
+#include "entry/row_numbers.h"
 #include "platform/failure.h"
 #include "shell/text_routines.h"
 
@@ -184,7 +185,10 @@ LoadOutcome Analyze::subLoadAnalysis() {
             while (lines + startRow + kRowsToSpare > rowLimit) {
                 rowLimit += kRowLimitStep;
             }
-            if (rowLimit > entry::Grid::kMaxRowLimit) {
+            // The rows could not be numbered beyond the 16-bit row counter. Failing before
+            // the grid grows keeps it as it was; a grid left above the counter would make
+            // every later renumbering (a five-column file, a row command) fail too.
+            if (rowLimit > entry::kMaxNumberedRows) {
                 throw Failure(platform::failure::Overflow);
             }
             m_grid.setRowLimit(static_cast<int>(rowLimit));

@@ -23,8 +23,6 @@ constexpr int kNarrowestComments = 300;
 
 // Whole columns selected: insert offers ten rows.
 constexpr int kRowsForWholeColumns = 10;
-// The row numbers are counted in 16 bits; an insert never pushes the table beyond.
-constexpr int kMaxNumberedRows = 32767;
 
 constexpr const char* kMaxRowsTitle = "Maximum number of rows";
 constexpr const char* kMaxRowsText = "Reaching the maximum number of rows of data (1500).";

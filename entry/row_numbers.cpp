@@ -9,7 +9,7 @@
 namespace titron::entry {
 
 void numberRows(Grid& grid) {
-    if (grid.rowLimit() > INT16_MAX) {
+    if (grid.rowLimit() > kMaxNumberedRows) {
         throw platform::Failure(platform::failure::Overflow);
     }
     grid.setCol(0);

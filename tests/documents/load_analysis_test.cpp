@@ -234,20 +234,60 @@ TEST_F(LoadAnalysisTest, FilesThatCannotBeReadEndInTheLoadingFailureBox) {
     EXPECT_EQ(session.AnalysisFile, path("noend.tna"));
 }
 
-TEST_F(LoadAnalysisTest, RowLimitBeyondTheRowCounterFailsAndTheProgramGoesOn) {
+// The row limit grows by 100 from 100 until it is at least lines + start row + 10, and the
+// row numbers are counted in 16 bits. A file counts one line more than it has line ends, so
+// 32,689 lines (the last without a line end) give a limit of 32,700, and 32,690 lines one of
+// 32,800, beyond 32,767.
+TEST_F(LoadAnalysisTest, RowLimitStopsAtTheSixteenBitRowCounterAndTheProgramGoesOn) {
     std::string text;
-    for (int i = 0; i < 33000; ++i) {
-        text += "1\t1\t2\r\n";
+    std::vector<std::size_t> lineEnds; // where each line's CR LF stands
+    for (int i = 1; i <= 32690; ++i) {
+        text += std::to_string(i);
+        text += "\t1\t2";
+        lineEnds.push_back(text.size());
+        text += "\r\n";
     }
-    EXPECT_EQ(open("huge.txt", text), LoadOutcome::Failed);
+    // The first lines of the text, the last of them without its line end.
+    const auto firstLines = [&](int lines) {
+        return text.substr(0, lineEnds.at(static_cast<std::size_t>(lines - 1)));
+    };
+
+    EXPECT_EQ(open("over.txt", firstLines(32690)), LoadOutcome::Failed);
     ASSERT_EQ(boxes().size(), 1u);
     EXPECT_EQ(boxes()[0].request.title, "Titron ERROR #Overflow");
-    // A 32,000-row file still loads.
+    EXPECT_EQ(boxes()[0].request.text, "An error occurred loading the data.");
+    EXPECT_EQ(boxes()[0].request.buttons, platform::Buttons::Ok);
+    EXPECT_FALSE(platform.pointerBusy());
+    EXPECT_EQ(analyze.grdData().rowLimit(), 100); // the grid is as it was
+    // The same rows with the last line ended count one line more.
     platform.clearTranscript();
-    text.resize(32000 * 7);
+    EXPECT_EQ(open("ended.txt", firstLines(32689) + "\r\n"), LoadOutcome::Failed);
+    EXPECT_EQ(boxes().size(), 1u);
+
+    // The program goes on: a five-column file, which numbers its rows anew, loads and
+    // analyses.
+    platform.clearTranscript();
+    ASSERT_EQ(analyze.openDocument(TITRON_EXAMPLES_DIR "/spleen-a.tna"), LoadOutcome::Loaded);
+    EXPECT_TRUE(boxes().empty());
+    EXPECT_EQ(analyze.runAnalysis().ending, AnalysisRun::Ending::Report);
+
     platform.queueAnswer(Answer::No);
-    EXPECT_EQ(open("big.txt", text), LoadOutcome::Loaded);
+    ASSERT_EQ(open("limit.txt", firstLines(32689)), LoadOutcome::Loaded);
+    EXPECT_EQ(analyze.grdData().rowLimit(), 32700);
+    EXPECT_EQ(analyze.grdData().dataRowCount(), 32689);
+    expectRow(32689, "32689", "1", "2", "");
+    EXPECT_EQ(cell(0, 32700), "32700");
+    EXPECT_EQ(analyze.grdData().textColour(3, 32689), (entry::Colour{0, 0, 255}));
+    EXPECT_FALSE(platform.pointerBusy());
+
+    // A 32,000-row file with CR LF line ends loads whole.
+    platform.queueAnswer(Answer::No);
+    ASSERT_EQ(open("big.txt", firstLines(32000) + "\r\n"), LoadOutcome::Loaded);
     EXPECT_EQ(analyze.grdData().dataRowCount(), 32000);
+    expectRow(1, "1", "1", "2", "");
+    expectRow(32000, "32000", "1", "2", "");
+    expectRow(32001, "", "", "", "");
+    EXPECT_EQ(analyze.grdData().firstVisibleRow(), 1);
 }
 
 } // namespace
