@@ -68,7 +68,7 @@ TEST(SavedAnalysisTest, ReadsFixedColumnsAndPassesOverFilesWithoutSoundFigures) 
     EXPECT_EQ(readSavedAnalysis(noLineEnd), std::nullopt);
 }
 
-// 1,000 analysis files and files without results among them: one row a file with results,
+// 10,000 analysis files and files without results among them: one row a file with results,
 // in the order the directory lists them; row 1 is the comparison row.
 TEST_F(CompareTest, EnteringScansTheDirectoryAndLeavingEmptiesTheGrid) {
     // Texts are built by appending: GCC 12 warns falsely on "literal" + to_string here.
@@ -78,7 +78,8 @@ TEST_F(CompareTest, EnteringScansTheDirectoryAndLeavingEmptiesTheGrid) {
         text += back;
         return text;
     };
-    for (int i = 0; i < 1000; ++i) {
+    constexpr int kFiles = 10000;
+    for (int i = 0; i < kFiles; ++i) {
         writeFile(joined("run", i, ".tna"),
                   analysisText(joined("Run ", i, ""), joined("-", 2 + i % 7, ".5"),
                                joined("0.1", i % 10, "")));
@@ -87,22 +88,27 @@ TEST_F(CompareTest, EnteringScansTheDirectoryAndLeavingEmptiesTheGrid) {
     writeFile("report.txt", analysisText("not listed", "-1.0", "0.1"));
     session.frameCaption.setText("Titron - [a]");
     compare.show();
-    ASSERT_EQ(grid().dataRowCount(), 1000);
-    EXPECT_EQ(grid().rowLimit(), 1000);
+    ASSERT_EQ(grid().dataRowCount(), kFiles);
+    EXPECT_EQ(grid().rowLimit(), kFiles);
     std::vector<std::string> listed = platform::LocalFiles().list("*.tna");
     listed.erase(std::find(listed.begin(), listed.end(), "table-only.tna"));
-    for (int row : {1, 500, 1000}) {
+    ASSERT_EQ(listed.size(), static_cast<std::size_t>(kFiles));
+    for (int row : {1, 2, kFiles / 2, kFiles - 1, kFiles}) {
         const std::string& name = listed[static_cast<std::size_t>(row - 1)];
         EXPECT_EQ(grid().cell(column::File, row),
                   shell::lowerCase(directory.string()) + "/" + name);
         std::string expectedName("Run ");
         expectedName.append(name, 3, name.size() - 7);
         EXPECT_EQ(grid().cell(column::Name, row), expectedName);
+        const int i = std::stoi(name.substr(3));
+        EXPECT_EQ(grid().cell(column::LogProportion, row), joined("-", 2 + i % 7, ".50000"));
+        EXPECT_EQ(grid().cell(column::StandardError, row), joined("0.1", i % 10, "00"));
     }
     EXPECT_EQ(compare.comparisonRow(), 1);
     EXPECT_TRUE(onlyRedRow(1));
     EXPECT_EQ(grid().cell(column::Difference, 1), "");
     EXPECT_NE(grid().cell(column::TwoTailed, 2), "");
+    EXPECT_NE(grid().cell(column::TwoTailed, kFiles), "");
     EXPECT_EQ(session.frameCaption.text(), kCompareCaption);
     EXPECT_FALSE(platform.pointerBusy());
 

@@ -4,7 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include "analysis/number_mask.h"
 #include "analyze_fixture.h"
+#include "comparison/compare.h"
+#include "comparison/compare_rows.h"
 
 namespace titron::documents {
 namespace {
@@ -54,21 +57,23 @@ TEST_F(OddInputTest, AHundredThousandRowFileEndsInTheLoadingFailureBox) {
 }
 
 TEST_F(OddInputTest, FifteenHundredRowAssayAnalyses) {
+    // The table grows and numbers its rows as the cursor goes down it, up to 1,500 rows.
     for (int row = 1; row <= 1500; ++row) {
-        if (row > analyze.grdData().rowLimit()) {
-            analyze.grdData().setRowLimit(analyze.grdData().rowLimit() + 100);
-        }
+        analyze.grdData().userMoveTo(1, row);
         const int dose = 100 * (1 + row % 50);
         type({{std::to_string(dose), std::to_string(row % 5 == 0 ? 3 : 1), "10", ""}}, row);
     }
+    ASSERT_EQ(analyze.grdData().rowLimit(), 1500);
     analyze.txtAnalysisName().setText("Large");
     const AnalysisRun run = analyze.runAnalysis();
     ASSERT_EQ(run.ending, AnalysisRun::Ending::Report);
     EXPECT_EQ(run.figures->df, 1499);
     EXPECT_NE(pane().find("    Degrees of Freedom:     1499\r\n"), std::string::npos);
+    // The report's table runs to the last row.
+    EXPECT_NE(pane().find("\r\n1500\t\t100\t\t3\t\t10\t\t\r\n"), std::string::npos);
 }
 
-TEST_F(OddInputTest, NegativeZeroDoseAndLongCells) {
+TEST_F(OddInputTest, NegativeZeroDoseAndOverlongNumber) {
     type({{"-0", "1", "10", ""}});
     analyze.subAnalyze();
     ASSERT_EQ(boxes().size(), 1u);
@@ -79,12 +84,51 @@ TEST_F(OddInputTest, NegativeZeroDoseAndLongCells) {
     analyze.subAnalyze(); // 10,000 nines are beyond the range of a number
     ASSERT_EQ(boxes().size(), 1u);
     EXPECT_EQ(boxes()[0].request.title, "Titron ERROR #6");
+}
 
-    platform.clearTranscript();
-    type({{"1000", "2", "24", std::string(10000, 'c')}, {"3000", "6", "24", ""}});
-    analyze.txtAnalysisName().setText(std::string(10000, 'n'));
-    EXPECT_EQ(analyze.runAnalysis().ending, AnalysisRun::Ending::Report);
-    EXPECT_NE(pane().find(std::string(10000, 'c') + "\r\n"), std::string::npos);
+// A 100,000-character name and comments go whole through the report, a save, the reopened
+// document and the comparison's reader. Patterns, not one repeated letter, so that a
+// shifted or cut text shows.
+TEST_F(OddInputTest, HundredThousandCharacterNameAndCommentsKeepWhole) {
+    const auto pattern = [](const std::string& unit) {
+        std::string text;
+        while (text.size() < 100000) {
+            text += unit;
+        }
+        text.resize(100000);
+        return text;
+    };
+    const std::string name = pattern("Spleen 0123456789 ");
+    const std::string firstComment = pattern("plate one. ");
+    const std::string secondComment = pattern("plate two; ");
+    type({{"1000", "2", "24", firstComment}, {"3000", "6", "24", secondComment}});
+    analyze.txtAnalysisName().setText(name);
+    const AnalysisRun run = analyze.runAnalysis();
+    ASSERT_EQ(run.ending, AnalysisRun::Ending::Report);
+    const std::string report = pane();
+    EXPECT_EQ(report.find("Analysis Name: " + name + "\r\n"), 0u);
+    EXPECT_NE(report.find("\t" + firstComment + "\r\n"), std::string::npos);
+    EXPECT_NE(report.find("\t" + secondComment + "\r\n"), std::string::npos);
+
+    ASSERT_TRUE(analyze.saveDocument(path("long.tna")));
+    platform::ScriptedPlatform other;
+    shell::Session otherSession;
+    Analyze reopened(other.services(), otherSession);
+    reopened.load();
+    ASSERT_EQ(reopened.openDocument(path("long.tna")), LoadOutcome::Loaded);
+    EXPECT_TRUE(other.boxes().empty());
+    EXPECT_EQ(reopened.txtAnalysisName().text(), name);
+    EXPECT_EQ(reopened.txtResults().text(), report + "\r\n");
+    EXPECT_EQ(reopened.grdData().cell(4, 1), firstComment);
+    EXPECT_EQ(reopened.grdData().cell(4, 2), secondComment);
+    EXPECT_EQ(reopened.grdData().cell(3, 2), "24");
+
+    comparison::Compare compare(platform.services(), session);
+    compare.beginEmpty();
+    ASSERT_EQ(compare.addFile(path("long.tna")), comparison::AddOutcome::Added);
+    EXPECT_EQ(compare.grdData().cell(comparison::column::Name, 1), name);
+    EXPECT_EQ(compare.grdData().cell(comparison::column::LogProportion, 1),
+              analysis::formatMask(run.figures->logProportion, "##0.00000"));
 }
 
 } // namespace
