@@ -131,8 +131,11 @@ void Compare::scan() {
         } catch (const platform::Failure&) {
             continue;
         }
+        if (row == entry::Grid::kMaxRowLimit) {
+            break; // the grid holds no more rows: files beyond are left out, the rest stand
+        }
         if (row + 1 > m_grid.rowLimit()) {
-            m_grid.setRowLimit(m_grid.rowLimit() + kStartRows);
+            m_grid.setRowLimit(std::min(m_grid.rowLimit() + kStartRows, entry::Grid::kMaxRowLimit));
             m_grid.addressBlock(1, row + 1, kCompareColumns, m_grid.rowLimit());
             m_grid.setBlockMode(true);
             m_grid.setTextColour(kOtherColour);
@@ -218,6 +221,9 @@ AddOutcome Compare::appendRow(const std::string& path) {
     }
     if (!readSavedAnalysis(text)) {
         return AddOutcome::NoResults;
+    }
+    if (m_grid.rowLimit() == entry::Grid::kMaxRowLimit) {
+        return AddOutcome::Full;
     }
     const int row = m_grid.rowLimit() + 1;
     m_grid.setRowLimit(row);

@@ -14,7 +14,8 @@
 
 namespace titron::comparison {
 
-enum class AddOutcome { Added, NoResults, Unreadable };
+// Full: the grid already holds as many rows as it can (Grid::kMaxRowLimit).
+enum class AddOutcome { Added, NoResults, Unreadable, Full };
 
 // The frame's caption while the window is active.
 inline constexpr const char* kCompareCaption = "Titron - Comparisons of the Ratio of Proportions";

@@ -4,8 +4,12 @@
 
 namespace titron::fuzz {
 
+std::string MemoryFiles::full(const std::string& path) {
+    return path.find('/') == std::string::npos ? "/fuzz/" + path : path;
+}
+
 std::string MemoryFiles::readAll(const std::string& path) {
-    const auto found = m_files.find(path);
+    const auto found = m_files.find(full(path));
     if (found == m_files.end()) {
         throw platform::Failure(platform::failure::FileNotFound);
     }
@@ -13,7 +17,7 @@ std::string MemoryFiles::readAll(const std::string& path) {
 }
 
 void MemoryFiles::writeAll(const std::string& path, const std::string& text) {
-    m_files[path] = text;
+    m_files[full(path)] = text;
 }
 
 std::vector<std::string> MemoryFiles::list(const std::string& pattern) {

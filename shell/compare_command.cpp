@@ -66,6 +66,9 @@ int runCompareCommand(const std::vector<std::string>& arguments, std::ostream& o
         } else if (outcomes[i] == comparison::AddOutcome::Unreadable) {
             err << file << ": cannot be read; skipped\n";
             status = kExitUnreadable;
+        } else if (outcomes[i] == comparison::AddOutcome::Full) {
+            err << file << ": the comparison holds no more rows; skipped\n";
+            status = kExitUnreadable;
         }
     }
     const int rows = compare.grdData().dataRowCount();

@@ -3,6 +3,7 @@
 #include "comparison/compare.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <filesystem>
 
 #include <gtest/gtest.h>
@@ -11,6 +12,7 @@
 #include "comparison/comparison_report.h"
 #include "comparison/saved_analysis.h"
 #include "entry/key_codes.h"
+#include "fuzz/fuzz_platform.h"
 #include "tests/documents/analyze_fixture.h"
 
 namespace titron::comparison {
@@ -229,6 +231,26 @@ TEST_F(CompareTest, ResizeSharesTheWidthAboveThreeThousandTwips) {
     for (int col = 1; col <= 9; ++col) {
         EXPECT_EQ(grid().colWidth(col), expected[static_cast<std::size_t>(col - 1)]) << col;
     }
+}
+
+// More analyses than the grid has rows (files held in memory): the grid fills, the files
+// beyond it are left out, and the window goes on.
+TEST(CompareCapacityTest, ADirectoryBeyondTheGridsRowsFillsItAndLeavesTheRestOut) {
+    fuzz::FuzzPlatform p;
+    shell::Session session;
+    Compare compare(p.services, session);
+    const std::string text = analysisText("Same", "-2.00000", "0.1000");
+    char name[32];
+    for (int i = 0; i <= entry::Grid::kMaxRowLimit; ++i) {
+        std::snprintf(name, sizeof name, "/fuzz/a%05d.tna", i);
+        p.files.writeAll(name, text);
+    }
+    ASSERT_NO_THROW(compare.show());
+    EXPECT_EQ(compare.grdData().dataRowCount(), entry::Grid::kMaxRowLimit);
+    EXPECT_EQ(compare.grdData().cell(2, entry::Grid::kMaxRowLimit), "Same");
+    EXPECT_EQ(compare.addFile("/fuzz/a00000.tna"), AddOutcome::Full);
+    EXPECT_FALSE(p.scripted.pointerBusy());
+    compare.hide();
 }
 
 } // namespace
