@@ -1,5 +1,6 @@
 #include "shell/text_routines.h"
 
+#include "fuzz/text_routines_model.h"
 #include "platform/failure.h"
 
 #include <gtest/gtest.h>
@@ -13,44 +14,6 @@ using titron::shell::fnRemoveChar;
 using titron::shell::fnReplaceText;
 
 namespace {
-
-// First place of f at or after start, from 1; 0 for none. A start below 1 is an invalid call.
-long inStr(long start, const std::string& t, const std::string& f) {
-    if (start < 1) {
-        throw Failure(5);
-    }
-    const auto at = t.find(f, static_cast<std::size_t>(start - 1));
-    return at == std::string::npos ? 0 : static_cast<long>(at) + 1;
-}
-
-// The replacement step by step, rebuilding the whole text on every match.
-void modelReplace(std::string& text, const std::string& find, const std::string& replace) {
-    const long lf = static_cast<long>(find.size());
-    const long lr = static_cast<long>(replace.size());
-    long p = inStr(1, text, find);
-    while (p != 0) {
-        text = text.substr(0, p - 1) + replace + text.substr(p - 1 + lf);
-        p = inStr(p + lr - lf + 1, text, find);
-    }
-}
-
-// The tab closing step by step, erasing in the text itself.
-void modelCloseTabs(std::string& text) {
-    long m = 1;
-    long p = inStr(1, text, "\t\t");
-    while (p != 0) {
-        if (p - m > 9) {
-            text.erase(p - 1, 1);
-            p = p - 1;
-        }
-        m = p;
-        p = inStr(m + 1, text, "\t\t");
-        const long e = inStr(m + 1, text, "\r\n");
-        if (e < p) {
-            m = inStr(p + 1, text, "\r\n") + 2;
-        }
-    }
-}
 
 std::string randomText(std::mt19937& rng, std::string_view alphabet, int maxLength) {
     std::string s(std::uniform_int_distribution<int>(0, maxLength)(rng), ' ');
@@ -120,7 +83,8 @@ TEST(FnReplaceTextTest, AgreesWithTheStepByStepReplacementOnRandomTexts) {
         const std::string original = randomText(rng, "aab\t\t", 40);
         // Where the model fails, the text must also be left as far as it got.
         std::string expected = original;
-        const int expectedFailure = failureOf([&] { modelReplace(expected, find, replace); });
+        const int expectedFailure =
+            failureOf([&] { titron::fuzz::modelReplaceText(expected, find, replace); });
         std::string actual = original;
         const int actualFailure = failureOf([&] { fnReplaceText(actual, find, replace); });
         ASSERT_EQ(actual, expected)
@@ -155,7 +119,7 @@ TEST(FnCloseTabsTest, AgreesWithTheStepByStepClosingOnRandomTexts) {
                                          ? randomText(rng, "\t\t\t\r\naaaaa", 80)
                                          : randomText(rng, "\t\t\t\r\n\r\naaaaaaaaaaaa", 200);
         std::string expected = original;
-        modelCloseTabs(expected);
+        titron::fuzz::modelCloseTabs(expected);
         ASSERT_EQ(closed(original), expected) << "text '" << original << "'";
     }
 }
@@ -175,7 +139,7 @@ TEST(FnCloseTabsTest, AgreesWithTheStepByStepClosingOnTables) {
             }
         }
         std::string expected = table;
-        modelCloseTabs(expected);
+        titron::fuzz::modelCloseTabs(expected);
         ASSERT_EQ(closed(table), expected) << "table '" << table << "'";
     }
 }
