@@ -130,23 +130,12 @@ void commasToBlanks(benchmark::State& state) {
 
 } // namespace
 
-BENCHMARK(doubleTabs)
-    ->Name("ReplaceText/DoubleTabs/rows:30000")
-    ->Unit(benchmark::kMillisecond)
-    ->Repetitions(10)
-    ->ReportAggregatesOnly(true);
-BENCHMARK(closeTabs)
-    ->Name("CloseTabs/rows:30000")
-    ->Unit(benchmark::kMillisecond)
-    ->Repetitions(10)
-    ->ReportAggregatesOnly(true);
-BENCHMARK(closeTabRuns)
-    ->Name("ReplaceText/CloseTabRuns/rows:30000")
-    ->Unit(benchmark::kMillisecond)
-    ->Repetitions(10)
-    ->ReportAggregatesOnly(true);
-BENCHMARK(commasToBlanks)
-    ->Name("ReplaceText/CommasToBlanks/rows:30000")
-    ->Unit(benchmark::kMillisecond)
-    ->Repetitions(10)
-    ->ReportAggregatesOnly(true);
+// Every routine alike: milliseconds, ten repetitions, their aggregates only.
+static void tenRepetitions(benchmark::internal::Benchmark* b) {
+    b->Unit(benchmark::kMillisecond)->Repetitions(10)->ReportAggregatesOnly(true);
+}
+
+BENCHMARK(doubleTabs)->Name("ReplaceText/DoubleTabs/rows:30000")->Apply(tenRepetitions);
+BENCHMARK(closeTabs)->Name("CloseTabs/rows:30000")->Apply(tenRepetitions);
+BENCHMARK(closeTabRuns)->Name("ReplaceText/CloseTabRuns/rows:30000")->Apply(tenRepetitions);
+BENCHMARK(commasToBlanks)->Name("ReplaceText/CommasToBlanks/rows:30000")->Apply(tenRepetitions);

@@ -68,10 +68,9 @@ void enter(documents::Analyze& analyze, Entry entry, std::string_view table) {
 void analysisOfCells(std::string_view bytes) {
     FuzzBytes in(bytes);
     const std::uint8_t mode = in.byte();
-    FuzzPlatform p;
-    shell::Session session;
-    documents::Analyze analyze(p.services, session);
-    analyze.load();
+    FuzzDocument document;
+    FuzzPlatform& p = document.p;
+    documents::Analyze& analyze = document.analyze;
 
     if (mode & 4) {
         // The first line is pasted into the name box, as the user can.

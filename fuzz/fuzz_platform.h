@@ -1,8 +1,10 @@
 // The scripted platform with its files in memory: what every document-level target runs on.
 #pragma once
 
+#include "documents/analyze.h"
 #include "fuzz/memory_files.h"
 #include "platform/scripted_platform.h"
+#include "shell/session.h"
 
 namespace titron::fuzz {
 
@@ -11,6 +13,14 @@ struct FuzzPlatform {
     MemoryFiles files;
     platform::Platform services{scripted, scripted, scripted, files,
                                 scripted, scripted, scripted, scripted};
+};
+
+// A new, empty analysis document on that platform.
+struct FuzzDocument {
+    FuzzDocument() { analyze.load(); }
+    FuzzPlatform p;
+    shell::Session session;
+    documents::Analyze analyze{p.services, session};
 };
 
 } // namespace titron::fuzz

@@ -34,10 +34,9 @@ void expectOrderlyEnd(FuzzPlatform& p, LoadOutcome outcome, std::size_t boxesBef
 void loadDocument(std::string_view bytes) {
     FuzzBytes in(bytes);
     const std::uint8_t mode = in.byte();
-    FuzzPlatform p;
-    shell::Session session;
-    documents::Analyze analyze(p.services, session);
-    analyze.load();
+    FuzzDocument document;
+    FuzzPlatform& p = document.p;
+    documents::Analyze& analyze = document.analyze;
 
     // What the grid holds before: nothing, an earlier table, or the same file once already.
     const int before = mode % 3;

@@ -20,6 +20,14 @@ struct Row {
     std::string dose, responses, tested, comments;
 };
 
+// A second document of its own, as after the program was started again.
+struct FreshDocument {
+    FreshDocument() { analyze.load(); }
+    platform::ScriptedPlatform platform;
+    shell::Session session;
+    Analyze analyze{platform.services(), session};
+};
+
 class AnalyzeFixture : public ::testing::Test {
   protected:
     AnalyzeFixture()

@@ -62,10 +62,8 @@ TEST_F(LoadAnalysisTest, ReportFormShowsTheFilesFiguresAndFillsTheGridFromItsTab
     const std::string report = pane();
     ASSERT_TRUE(analyze.saveDocument(path("saved.tna")));
 
-    platform::ScriptedPlatform other;
-    shell::Session otherSession;
-    Analyze reopened(other.services(), otherSession);
-    reopened.load();
+    testing::FreshDocument other;
+    Analyze& reopened = other.analyze;
     ASSERT_EQ(reopened.openDocument(path("saved.tna")), LoadOutcome::Loaded);
     EXPECT_EQ(reopened.txtResults().text(), report + "\r\n");
     EXPECT_EQ(reopened.txtAnalysisName().text(), "Spleen A");
