@@ -7,7 +7,7 @@
 namespace titron::analysis {
 
 double readAssayCell(std::string& work, int column) {
-    shell::fnRemoveChar(work, 32);
+    shell::removeChar(work, 32);
     double value = strictNumber(work);
     if (column == kResponsesColumn && value == 0.0 && work != "0") {
         value = -1.0;

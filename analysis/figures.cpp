@@ -40,11 +40,11 @@ Figures computeFigures(const Estimate& estimate, int rows) {
     f.hasTests = true;
     f.df = rows - 1;
     if (f.pearsonChi != 0.0) {
-        f.pearsonP = fnChiSquareTail(f.pearsonChi, f.df);
+        f.pearsonP = chiSquareTail(f.pearsonChi, f.df);
         f.poorFit = *f.pearsonP < 0.05;
     }
     if (f.deviance != 0.0) {
-        f.devianceP = fnChiSquareTail(f.deviance, f.df);
+        f.devianceP = chiSquareTail(f.deviance, f.df);
     }
     return f;
 }

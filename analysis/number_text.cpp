@@ -170,12 +170,12 @@ double strictNumber(std::string_view text) {
     return value;
 }
 
-bool fnNearlyEqual(double a, double b) {
+bool nearlyEqual(double a, double b) {
     return std::fabs(a - b) < 1e-10;
 }
 
 bool isWholeNumber(double v) {
-    return fnNearlyEqual(v, roundHalfEven(v));
+    return nearlyEqual(v, roundHalfEven(v));
 }
 
 double leadingValue(std::string_view text) {

@@ -15,10 +15,10 @@ namespace titron::analysis {
 double strictNumber(std::string_view text);
 
 // True when |a - b| < 1e-10, strictly.
-bool fnNearlyEqual(double a, double b);
+bool nearlyEqual(double a, double b);
 
 // Rounds v to the nearest whole number (a tie to the even one) and compares with
-// fnNearlyEqual.
+// nearlyEqual.
 bool isWholeNumber(double v);
 
 // The lenient leading value of a text, which never fails: blanks, Tabs and line feeds

@@ -6,7 +6,7 @@
 
 namespace titron::analysis {
 
-double fnNormalTwoTail(double z) {
+double normalTwoTail(double z) {
     const double t = checked::divide(1.0, 1.0 + 0.2316419 * z);
     // The density constant is 1/sqrt(2 pi) to ten digits, as the approximation prints it.
     const double d = 0.3989422804 * checked::exp(-z * z / 2.0);
@@ -25,7 +25,7 @@ double largeDfTail(double x, int df) {
         checked::pow(checked::divide(x, df), 0.3333333333) - 1.0 + checked::divide(2.0, 9.0 * df);
     const double s = checked::sqrt(checked::divide(2.0 / 9.0, df));
     const double v = checked::divide(u, s);
-    double q = fnNormalTwoTail(std::fabs(v)) / 2.0;
+    double q = normalTwoTail(std::fabs(v)) / 2.0;
     if (v < 0.0) {
         q = 1.0 - q;
     }
@@ -41,7 +41,7 @@ double smallDfTail(double x, int df) {
 
     double s = y;
     if (odd) {
-        s = fnNormalTwoTail(root);
+        s = normalTwoTail(root);
     }
     if (df <= 2) {
         return s;
@@ -72,7 +72,7 @@ double smallDfTail(double x, int df) {
 
 } // namespace
 
-double fnChiSquareTail(double x, int df) {
+double chiSquareTail(double x, int df) {
     if (x < 0.0) {
         return 1.0;
     }

@@ -29,8 +29,8 @@ struct Document {
 
     explicit Document(int rows) {
         analyze.load();
-        analyze.txtAnalysisName().setText("Geometric doses, " + std::to_string(rows) + " rows");
-        auto& grid = analyze.grdData();
+        analyze.nameBox().setText("Geometric doses, " + std::to_string(rows) + " rows");
+        auto& grid = analyze.grid();
         if (grid.rowLimit() < rows) {
             grid.setRowLimit(rows);
         }
@@ -63,18 +63,18 @@ void runAnalyze(benchmark::State& state) {
         state.SkipWithError(("the analysis gave no report: " + first.box.title).c_str());
         return;
     }
-    const std::size_t reportLength = document.analyze.txtResults().text().size();
+    const std::size_t reportLength = document.analyze.resultsPane().text().size();
 
     for (auto _ : state) {
-        document.analyze.subAnalyze();
-        benchmark::DoNotOptimize(document.analyze.txtResults().text().data());
+        document.analyze.analyze();
+        benchmark::DoNotOptimize(document.analyze.resultsPane().text().data());
         // The scripted platform records every pointer change; keep the record short.
         if (document.platform.transcript().size() > 4096) {
             document.platform.clearTranscript();
         }
     }
 
-    if (document.analyze.txtResults().text().size() != reportLength) {
+    if (document.analyze.resultsPane().text().size() != reportLength) {
         state.SkipWithError("a later run gave a different report");
         return;
     }

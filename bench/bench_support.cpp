@@ -96,14 +96,14 @@ std::vector<std::string> makeReportFiles(const std::filesystem::path& directory,
         const std::vector<AssayRowData> rows = geometricAssay(4, static_cast<unsigned>(i));
         for (int row = 1; row <= 4; ++row) {
             const AssayRowData& data = rows[static_cast<std::size_t>(row - 1)];
-            analyze.grdData().setCell(1, row, std::to_string(data.dose));
-            analyze.grdData().setCell(2, row, std::to_string(data.responses));
-            analyze.grdData().setCell(3, row, std::to_string(data.tested));
+            analyze.grid().setCell(1, row, std::to_string(data.dose));
+            analyze.grid().setCell(2, row, std::to_string(data.responses));
+            analyze.grid().setCell(3, row, std::to_string(data.tested));
         }
         std::string name("Assay ");
         name += std::to_string(i);
-        analyze.txtAnalysisName().setText(name);
-        analyze.subAnalyze();
+        analyze.nameBox().setText(name);
+        analyze.analyze();
         std::string file("analysis-");
         file += std::to_string(i);
         file += ".tna";

@@ -36,7 +36,7 @@ void enterCompare(benchmark::State& state) {
     for (auto _ : state) {
         compare.show();
         state.PauseTiming();
-        if (compare.grdData().dataRowCount() != kFiles) {
+        if (compare.grid().dataRowCount() != kFiles) {
             state.SkipWithError("the scan did not give a row for every file");
             break;
         }

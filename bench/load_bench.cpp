@@ -72,9 +72,9 @@ bool checkFile(benchmark::State& state, const std::string& path) {
         state.SkipWithError("the rows file did not load");
         return false;
     }
-    if (document.analyze.grdData().dataRowCount() != kRows) {
+    if (document.analyze.grid().dataRowCount() != kRows) {
         state.SkipWithError(("the document holds " +
-                             std::to_string(document.analyze.grdData().dataRowCount()) +
+                             std::to_string(document.analyze.grid().dataRowCount()) +
                              " rows, not " + std::to_string(kRows))
                                 .c_str());
         return false;
@@ -108,8 +108,8 @@ void loadAndAnalyzeRows(benchmark::State& state) {
     }
     for (auto _ : state) {
         Document document(path);
-        document.analyze.subAnalyze();
-        benchmark::DoNotOptimize(document.analyze.txtResults().text().data());
+        document.analyze.analyze();
+        benchmark::DoNotOptimize(document.analyze.resultsPane().text().data());
         benchmark::ClobberMemory();
     }
     state.counters["rows"] = kRows;

@@ -14,8 +14,8 @@
 
 namespace {
 
-using titron::shell::fnCloseTabs;
-using titron::shell::fnReplaceText;
+using titron::shell::closeTabs;
+using titron::shell::replaceText;
 
 constexpr int kRows = 30000;
 constexpr unsigned kSeed = 20261125;
@@ -56,9 +56,9 @@ const Texts& texts() {
         Texts made;
         made.clip = clipText();
         made.doubled = made.clip;
-        fnReplaceText(made.doubled, "\t", "\t\t");
+        replaceText(made.doubled, "\t", "\t\t");
         made.laidOut = made.doubled;
-        fnCloseTabs(made.laidOut);
+        closeTabs(made.laidOut);
         return made;
     }();
     return t;
@@ -93,17 +93,17 @@ std::size_t count(const std::string& text, char c) {
 void doubleTabs(benchmark::State& state) {
     const Texts& t = texts();
     timeRoutine(
-        state, t.clip, [](std::string& text) { fnReplaceText(text, "\t", "\t\t"); },
+        state, t.clip, [](std::string& text) { replaceText(text, "\t", "\t\t"); },
         [&](const std::string& result) {
             return count(result, '\t') == 2 * count(t.clip, '\t') &&
                    result.size() == t.clip.size() + count(t.clip, '\t');
         });
 }
 
-void closeTabs(benchmark::State& state) {
+void closeTabsBench(benchmark::State& state) {
     const Texts& t = texts();
     timeRoutine(
-        state, t.doubled, [](std::string& text) { fnCloseTabs(text); },
+        state, t.doubled, [](std::string& text) { closeTabs(text); },
         [&](const std::string& result) {
             // Some pairs close (the long doses), not all, and nothing but Tabs goes.
             return result.size() < t.doubled.size() && result.size() > t.clip.size() &&
@@ -114,14 +114,14 @@ void closeTabs(benchmark::State& state) {
 void closeTabRuns(benchmark::State& state) {
     const Texts& t = texts();
     timeRoutine(
-        state, t.laidOut, [](std::string& text) { fnReplaceText(text, "\t\t", "\t"); },
+        state, t.laidOut, [](std::string& text) { replaceText(text, "\t\t", "\t"); },
         [&](const std::string& result) { return result == t.clip; });
 }
 
 void commasToBlanks(benchmark::State& state) {
     const Texts& t = texts();
     timeRoutine(
-        state, t.clip, [](std::string& text) { fnReplaceText(text, ",", " "); },
+        state, t.clip, [](std::string& text) { replaceText(text, ",", " "); },
         [&](const std::string& result) {
             return count(t.clip, ',') == kRows / 10 && count(result, ',') == 0 &&
                    result.size() == t.clip.size();
@@ -136,6 +136,6 @@ static void tenRepetitions(benchmark::internal::Benchmark* b) {
 }
 
 BENCHMARK(doubleTabs)->Name("ReplaceText/DoubleTabs/rows:30000")->Apply(tenRepetitions);
-BENCHMARK(closeTabs)->Name("CloseTabs/rows:30000")->Apply(tenRepetitions);
+BENCHMARK(closeTabsBench)->Name("CloseTabs/rows:30000")->Apply(tenRepetitions);
 BENCHMARK(closeTabRuns)->Name("ReplaceText/CloseTabRuns/rows:30000")->Apply(tenRepetitions);
 BENCHMARK(commasToBlanks)->Name("ReplaceText/CommasToBlanks/rows:30000")->Apply(tenRepetitions);

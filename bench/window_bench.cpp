@@ -60,14 +60,14 @@ BENCHMARK(StartupToUsableWindow)->Unit(benchmark::kMillisecond)->Iterations(1)->
 void TypeKeyIn1500RowGrid(benchmark::State& state) {
     Program program;
     program.analyze.load();
-    entry::Grid& grid = program.analyze.grdData();
+    entry::Grid& grid = program.analyze.grid();
     grid.setRowLimit(1500);
     for (int row = 1; row <= 1500; ++row) {
         grid.setCell(1, row, std::to_string(row * 10));
         grid.setCell(2, row, "3");
         grid.setCell(3, row, "24");
     }
-    program.analyze.subNumberRows();
+    program.analyze.numberRows();
     program.window.resize(1024, 768);
     program.windows.showAnalyze();
     qt::QtGridView* view = program.window.analyzeWindow()->gridView();
@@ -113,7 +113,7 @@ void CompareButtonOver1000Files(benchmark::State& state) {
         program.frame.toolbarClick("Compare");
         program.window.repaint(); // the rows on the screen
         state.PauseTiming();
-        if (program.compare.grdData().dataRowCount() != 1000) {
+        if (program.compare.grid().dataRowCount() != 1000) {
             state.SkipWithError("the scan did not give a row for every file");
         }
         program.frame.toolbarClick("Compare");

@@ -107,7 +107,7 @@ void Compare::activate() {
         m_grid.activate();
         colourRow(1, kComparisonColour);
     }
-    subCompareRows(m_grid, 1);
+    compareRows(m_grid, 1);
     m_grid.refresh();
     m_platform.pointer.setBusy(false);
 }
@@ -177,10 +177,10 @@ void Compare::makeComparisonRow(int row) {
     m_grid.setTextColour(kOtherColour);
     m_grid.setBlockMode(false);
     colourRow(row, kComparisonColour);
-    subCompareRows(m_grid, row);
+    compareRows(m_grid, row);
 }
 
-void Compare::subFileOpen() {
+void Compare::openFile() {
     m_dialog.flags = platform::dialog_flag::HideReadOnly | platform::dialog_flag::PathMustExist |
                      platform::dialog_flag::FileMustExist;
     m_dialog.filter = kAnalysisFilter;
@@ -197,7 +197,7 @@ void Compare::subFileOpen() {
 AddOutcome Compare::addFile(const std::string& path) {
     const AddOutcome outcome = appendRow(path);
     if (outcome == AddOutcome::Added) {
-        subCompareRows(m_grid, m_grid.activeRow());
+        compareRows(m_grid, m_grid.activeRow());
     }
     return outcome;
 }
@@ -208,7 +208,7 @@ std::vector<AddOutcome> Compare::addFiles(const std::vector<std::string>& paths)
     for (const std::string& path : paths) {
         outcomes.push_back(appendRow(path));
     }
-    subCompareRows(m_grid, m_grid.activeRow());
+    compareRows(m_grid, m_grid.activeRow());
     return outcomes;
 }
 
@@ -239,14 +239,14 @@ AddOutcome Compare::appendRow(const std::string& path) {
 void Compare::beginEmpty() {
     prepareGrid();
     m_grid.setRowLimit(0);
-    subCompareRows(m_grid, 1);
+    compareRows(m_grid, 1);
 }
 
 void Compare::chooseComparisonRow(int row) {
     m_grid.userMoveTo(m_grid.activeCol(), row);
 }
 
-void Compare::subEditDelete() {
+void Compare::editDelete() {
     int first = m_grid.activeRow();
     int last = first;
     std::string prompt = "Delete the current row?";
@@ -295,7 +295,7 @@ void Compare::onLeavingCell(int row, int newRow) {
     }
     colourRow(row, kOtherColour);
     colourRow(newRow, kComparisonColour);
-    subCompareRows(m_grid, newRow);
+    compareRows(m_grid, newRow);
 }
 
 void Compare::resize(int outerWidth) {
@@ -312,7 +312,7 @@ void Compare::resize(int outerWidth) {
     m_grid.setRedraw(true);
 }
 
-void Compare::subFileSave() {
+void Compare::saveFile() {
     m_dialog.flags = platform::dialog_flag::OverwritePrompt | platform::dialog_flag::HideReadOnly |
                      platform::dialog_flag::PathMustExist | platform::dialog_flag::NoReadOnlyReturn;
     m_dialog.filter = kComparisonFilter;
@@ -332,14 +332,14 @@ void Compare::subFileSave() {
 
 bool Compare::writeComparison(const std::string& path) {
     try {
-        m_platform.files.writeAll(path, subBuildReport(m_grid) + std::string(analysis::kLineEnd));
+        m_platform.files.writeAll(path, buildReport(m_grid) + std::string(analysis::kLineEnd));
         return true;
     } catch (const platform::Failure&) {
         return false;
     }
 }
 
-void Compare::subFilePrint() {
+void Compare::printFile() {
     m_dialog.flags = 0;
     if (!m_platform.commonDialogs.showPrinter(m_dialog)) {
         return;
@@ -359,14 +359,14 @@ void Compare::subFilePrint() {
     printer.printText(analysis::formatLongDate(today.year, today.month, today.day) + lineEnd +
                       lineEnd + lineEnd);
     printer.setFontName("Courier New");
-    printer.printText(subBuildReport(m_grid));
+    printer.printText(buildReport(m_grid));
     printer.endDocument();
     m_platform.events.wait(kDonePauseMs);
     m_platform.pointer.setBusy(false);
 }
 
 // The cells for a spreadsheet: the headings and every row, no report layout.
-void Compare::subFileCopy() {
+void Compare::copyFile() {
     m_platform.pointer.setBusy(true);
     m_grid.addressBlock(1, 0, kCompareColumns, m_grid.dataRowCount());
     m_platform.clipboard.setText(m_grid.clip());

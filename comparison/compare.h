@@ -26,9 +26,9 @@ class Compare {
     Compare(const Compare&) = delete;
     Compare& operator=(const Compare&) = delete;
 
-    entry::Grid& grdData() { return m_grid; }
-    const entry::Grid& grdData() const { return m_grid; }
-    platform::CommonDialog& CMDialog() { return m_dialog; }
+    entry::Grid& grid() { return m_grid; }
+    const entry::Grid& grid() const { return m_grid; }
+    platform::CommonDialog& commonDialog() { return m_dialog; }
 
     // Shown (entering: the scan) and hidden (leaving: the rows go). Routed commands of the
     // frame come here while it is visible.
@@ -40,13 +40,13 @@ class Compare {
     int comparisonRow() const;
 
     // The commands of the frame while the window is visible.
-    void subEditDelete();
-    void subFileCopy();
-    void subFileOpen();
-    void subFilePrint();
-    void subFileSave();
+    void editDelete();
+    void copyFile();
+    void openFile();
+    void printFile();
+    void saveFile();
 
-    // What subFileOpen does once its dialog has given the path: the file's row at the end,
+    // What openFile does once its dialog has given the path: the file's row at the end,
     // its file cell the lower-cased path; the comparison row stays unless this is the first.
     AddOutcome addFile(const std::string& path);
     // The same for several files, in order, with the tests made once at the end: every row
@@ -56,7 +56,7 @@ class Compare {
     void beginEmpty();
     // Makes row the comparison row, as moving the cursor onto it does.
     void chooseComparisonRow(int row);
-    // What subFileSave does once its dialog has given the path: the report and one line
+    // What saveFile does once its dialog has given the path: the report and one line
     // end. False when the file could not be written (the window passes that over).
     bool writeComparison(const std::string& path);
 

@@ -47,7 +47,7 @@ std::optional<std::array<std::string, 5>> compare(const LogFigures& base,
                                                  tested.standardError * tested.standardError);
         const double d = analysis::checked::finite(base.logProportion - tested.logProportion);
         const double z = std::fabs(analysis::checked::divide(d, e));
-        const double p = z <= kLargestZ ? analysis::fnNormalTwoTail(z) : 0.0;
+        const double p = z <= kLargestZ ? analysis::normalTwoTail(z) : 0.0;
         using analysis::formatMask;
         return std::array<std::string, 5>{
             formatMask(d, kFigureMask),
@@ -64,7 +64,7 @@ std::optional<std::array<std::string, 5>> compare(const LogFigures& base,
 
 } // namespace
 
-void subCompareRows(entry::Grid& grid, int row) {
+void compareRows(entry::Grid& grid, int row) {
     grid.setRedraw(false);
     const std::optional<LogFigures> base = readRow(grid, row);
     const int rows = grid.dataRowCount();

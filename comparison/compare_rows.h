@@ -28,6 +28,6 @@ inline constexpr int kCompareColumns = 9;
 // columns 3 and 4 as the grid shows them (5 and 4 decimals). A row that doesn't qualify
 // (the comparison row itself, a log proportion of 0 on either side, both standard errors
 // 0) gets empty cells. Leaves redraw on.
-void subCompareRows(entry::Grid& grid, int row);
+void compareRows(entry::Grid& grid, int row);
 
 } // namespace titron::comparison

@@ -85,7 +85,7 @@ std::string nameField(const std::string& cell) {
     return field;
 }
 
-std::string subBuildReport(entry::Grid& grid) {
+std::string buildReport(entry::Grid& grid) {
     std::string report;
     for (const char* line : kHead) {
         report += line;

@@ -11,7 +11,7 @@ class Grid;
 namespace titron::comparison {
 
 // The report against the active cell's row, every line ended by CR LF.
-std::string subBuildReport(entry::Grid& grid);
+std::string buildReport(entry::Grid& grid);
 
 // The fields of a data line: the file cell as it fits 15 characters ("~" and its last 14
 // when longer), the name likewise ("~" between its first 11 and last 3).

@@ -6,7 +6,7 @@
 
 namespace titron::documents {
 
-int Analyze::txtAnalysisNameKeyPress(int character) {
+int Analyze::nameBoxKeyPress(int character) {
     if (character == '"' || character == ',') {
         return 0;
     }
@@ -17,7 +17,7 @@ int Analyze::txtAnalysisNameKeyPress(int character) {
     return character;
 }
 
-void Analyze::txtAnalysisNameLostFocus() {
+void Analyze::nameBoxLostFocus() {
     if (m_checkingName) {
         return;
     }

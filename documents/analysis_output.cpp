@@ -31,7 +31,7 @@ bool Analyze::nothingToPutOut(const char* title, const char* text) {
 
 // Cells for a spreadsheet: the grid block as it is, or the report with single Tabs so
 // that its table lands one value a cell.
-void Analyze::subFileCopy() {
+void Analyze::copyFile() {
     if (nothingToPutOut("NO ANALYSIS TO COPY", "No Titron analysis to copy.")) {
         return;
     }
@@ -42,7 +42,7 @@ void Analyze::subFileCopy() {
         m_platform.clipboard.setText(m_grid.clip());
     } else {
         std::string text = m_results.text();
-        shell::fnReplaceText(text, "\t\t", "\t");
+        shell::replaceText(text, "\t\t", "\t");
         m_platform.clipboard.setText(text);
     }
     m_platform.events.wait(kDonePauseMs);
@@ -51,7 +51,7 @@ void Analyze::subFileCopy() {
 
 // The page: a head of the program's name and today's date, then the report or the table
 // in a fixed-pitch font, its doubled Tabs kept for the eight-character stops.
-void Analyze::subFilePrint() {
+void Analyze::printFile() {
     if (nothingToPutOut("NO ANALYSIS TO PRINT", "No Titron analysis to print.")) {
         return;
     }

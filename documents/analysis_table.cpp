@@ -8,8 +8,8 @@ namespace titron::documents {
 std::string layoutTable(entry::Grid& grid) {
     grid.addressBlock(0, 0, 4, grid.dataRowCount());
     std::string text = grid.clip();
-    shell::fnReplaceText(text, "\t", "\t\t");
-    shell::fnCloseTabs(text);
+    shell::replaceText(text, "\t", "\t\t");
+    shell::closeTabs(text);
     return text;
 }
 

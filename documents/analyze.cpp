@@ -35,13 +35,13 @@ void Analyze::load() {
     }
     // A negative width from the settings file counts as 0 rather than stopping the load.
     m_grid.setColWidth(0, std::max<int>(settings.ColWidth[0], 0));
-    subNumberRows();
+    numberRows();
     m_grid.addressBlock(1, 1, kDataColumns, m_grid.rowLimit());
     m_grid.setBlockMode(true);
     m_grid.clear();
     m_grid.setTextColour(kDataTextColour);
     m_grid.setBlockMode(false);
-    subFormatResults();
+    formatResults();
 }
 
 void Analyze::setFocus(Control control) {
@@ -61,7 +61,7 @@ void Analyze::setFocus(Control control) {
         m_focusListener();
     }
     if (previous == Control::AnalysisName) {
-        txtAnalysisNameLostFocus();
+        nameBoxLostFocus();
     }
 }
 
@@ -72,10 +72,10 @@ bool Analyze::reportPresent() const {
 void Analyze::resetPane() {
     m_results.setText(kEmptyResults);
     m_session.AnalysisChanged = shell::kChanged;
-    subFormatResults();
+    formatResults();
 }
 
-void Analyze::subFormatResults() {
+void Analyze::formatResults() {
     std::vector<int> stops;
     for (int i = 0; i < kTabStops; ++i) {
         stops.push_back(i * kTabStopTwips);
@@ -83,8 +83,8 @@ void Analyze::subFormatResults() {
     m_results.format(kResultsColour, std::move(stops));
 }
 
-void Analyze::subNumberRows() {
-    m_dataGrid.subNumberRows();
+void Analyze::numberRows() {
+    m_dataGrid.numberRows();
 }
 
 void Analyze::resize(int outerWidth) {

@@ -1,5 +1,5 @@
 // The logic of the Analyze window: one analysis document, held in its controls (the assay
-// table in grdData, the name in txtAnalysisName, the report in txtResults) and in the
+// table in grid, the name in nameBox, the report in resultsPane) and in the
 // shared values of the session (changed flag, file, caption).
 #pragma once
 
@@ -52,12 +52,12 @@ class Analyze {
     Analyze(const Analyze&) = delete;
     Analyze& operator=(const Analyze&) = delete;
 
-    entry::Grid& grdData() { return m_grid; }
-    shell::TextBox& txtAnalysisName() { return m_name; }
-    shell::ResultsPane& txtResults() { return m_results; }
-    const entry::Grid& grdData() const { return m_grid; }
-    const shell::TextBox& txtAnalysisName() const { return m_name; }
-    const shell::ResultsPane& txtResults() const { return m_results; }
+    entry::Grid& grid() { return m_grid; }
+    shell::TextBox& nameBox() { return m_name; }
+    shell::ResultsPane& resultsPane() { return m_results; }
+    const entry::Grid& grid() const { return m_grid; }
+    const shell::TextBox& nameBox() const { return m_name; }
+    const shell::ResultsPane& resultsPane() const { return m_results; }
 
     // Sets up the grid and the pane when the window is made: headings, row numbers,
     // empty rows, the pane's look.
@@ -72,23 +72,23 @@ class Analyze {
     void setFocusListener(std::function<void()> listener) { m_focusListener = std::move(listener); }
 
     // The Analyze command: checks the assay table, estimates, writes the report.
-    void subAnalyze();
+    void analyze();
     // The same, telling how it ended.
     AnalysisRun runAnalysis();
 
     // The commands of the File menu. New, Open and Save ask the save question and show
     // the window's file dialogs; Copy and Print take the report if the pane holds one, else
     // the grid, and change nothing of the document.
-    void subFileNew();
-    void subFileOpen();
-    void subFileSave();
-    void subFileCopy();
-    void subFilePrint();
+    void newFile();
+    void openFile();
+    void saveFile();
+    void copyFile();
+    void printFile();
 
     // The window's dialog object. Its file name outlives a command: a cancelled save empties
     // it, and the save question's Yes looks at it afterwards.
-    platform::CommonDialog& CMDialog() { return m_dialog; }
-    const platform::CommonDialog& CMDialog() const { return m_dialog; }
+    platform::CommonDialog& commonDialog() { return m_dialog; }
+    const platform::CommonDialog& commonDialog() const { return m_dialog; }
 
     // Opens the file at path into the document, as the Open command does once its dialog
     // has given the path (the save question and the dialog are the caller's).
@@ -103,8 +103,8 @@ class Analyze {
     // The name box's rules. A typed key: returns the character to pass on, 0 to drop it
     // (double quotation marks and commas; Enter moves on to the grid). Losing the focus: a
     // name that holds either character (pasted in) gets a box for each, and the focus back.
-    int txtAnalysisNameKeyPress(int character);
-    void txtAnalysisNameLostFocus();
+    int nameBoxKeyPress(int character);
+    void nameBoxLostFocus();
 
     // Lays the window out for its outer width W (twips): the name box and the grid's
     // columns. A window of 1000 or less keeps its layout.
@@ -114,14 +114,14 @@ class Analyze {
     int gridHeight() const;
 
     // Row commands of the Edit menu and the toolbar.
-    void subEditInsert() { m_dataGrid.subEditInsert(); }
-    void subEditDelete() { m_dataGrid.subEditDelete(); }
+    void editInsert() { m_dataGrid.editInsert(); }
+    void editDelete() { m_dataGrid.editDelete(); }
     // Block commands of the grid's pop-up menu.
-    void subDropCut() { m_dataGrid.subDropCut(); }
-    void subDropCopy() { m_dataGrid.subDropCopy(); }
-    void subDropPaste() { m_dataGrid.subDropPaste(); }
-    void subDropDelete() { m_dataGrid.subDropDelete(); }
-    void subDropFill() { m_dataGrid.subDropFill(); }
+    void dropCut() { m_dataGrid.dropCut(); }
+    void dropCopy() { m_dataGrid.dropCopy(); }
+    void dropPaste() { m_dataGrid.dropPaste(); }
+    void dropDelete() { m_dataGrid.dropDelete(); }
+    void dropFill() { m_dataGrid.dropFill(); }
 
     // Whether the pane holds a report (50 characters or more).
     bool reportPresent() const;
@@ -129,11 +129,11 @@ class Analyze {
     // Puts "Analysis Results" into the pane, marks the document changed and restores the
     // pane's look.
     void resetPane();
-    void subFormatResults();
-    void subNumberRows();
+    void formatResults();
+    void numberRows();
 
   private:
-    LoadOutcome subLoadAnalysis();
+    LoadOutcome loadAnalysis();
     // The save question when the document is changed: true to go on with the command.
     bool settleChanges(const char* question);
     // The table form: the file line, the name (labelled for a file, bare for the printed

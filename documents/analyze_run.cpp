@@ -62,7 +62,7 @@ analysis::AssayTable readTable(entry::Grid& grid, ReadPosition& at) {
 
 } // namespace
 
-void Analyze::subAnalyze() {
+void Analyze::analyze() {
     runAnalysis();
 }
 
@@ -119,7 +119,7 @@ AnalysisRun Analyze::runAnalysis() {
             } else {
                 run = endWithBox(generalFailureBox(failure));
             }
-            subFormatResults();
+            formatResults();
             return run;
         }
 
@@ -163,13 +163,13 @@ AnalysisRun Analyze::runAnalysis() {
             run.noNameNote = true;
             setFocus(Control::AnalysisName);
         }
-        subFormatResults();
+        formatResults();
         return run;
     } catch (const Failure& failure) {
         m_platform.pointer.setBusy(false);
         m_results.setText(kEmptyResults);
         AnalysisRun run = endWithBox(generalFailureBox(failure));
-        subFormatResults();
+        formatResults();
         return run;
     }
 }

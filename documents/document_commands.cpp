@@ -46,7 +46,7 @@ bool Analyze::settleChanges(const char* question) {
     case platform::Answer::Cancel:
         return false;
     case platform::Answer::Yes:
-        subFileSave();
+        saveFile();
         // A cancelled save empties the dialog's file name; so does nothing else.
         return !m_dialog.fileName.empty();
     default:
@@ -54,7 +54,7 @@ bool Analyze::settleChanges(const char* question) {
     }
 }
 
-void Analyze::subFileNew() {
+void Analyze::newFile() {
     if (!settleChanges(kSaveQuestion)) {
         return;
     }
@@ -74,12 +74,12 @@ void Analyze::subFileNew() {
     putCursorOn(1, 1);
     m_results.setText(kEmptyResults);
     m_session.AnalysisChanged = shell::kUnchanged;
-    subFormatResults();
+    formatResults();
     setFocus(Control::AnalysisName);
     m_platform.pointer.setBusy(false);
 }
 
-void Analyze::subFileOpen() {
+void Analyze::openFile() {
     if (!settleChanges(kSaveCurrentQuestion)) {
         return;
     }
@@ -91,7 +91,7 @@ void Analyze::subFileOpen() {
     openDocument(m_dialog.fileName);
 }
 
-void Analyze::subFileSave() {
+void Analyze::saveFile() {
     if (!reportPresent() && m_grid.dataRowCount() < 1) {
         m_platform.dialogs.messageBox({"NO ANALYSIS TO SAVE", "No Titron analysis to save.",
                                        platform::Buttons::Ok, platform::Icon::Exclamation, 1});

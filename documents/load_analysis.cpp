@@ -82,14 +82,14 @@ LoadOutcome Analyze::openDocument(const std::string& path) {
     const std::string previousFile = m_session.AnalysisFile;
     m_session.AnalysisFile = path;
     m_session.LastDirectory = m_platform.files.currentDirectory();
-    const LoadOutcome outcome = subLoadAnalysis();
+    const LoadOutcome outcome = loadAnalysis();
     if (outcome == LoadOutcome::Cancelled) {
         m_session.AnalysisFile = previousFile;
     }
     return outcome;
 }
 
-LoadOutcome Analyze::subLoadAnalysis() {
+LoadOutcome Analyze::loadAnalysis() {
     int startRow = 1;
     int columns = 3;
     try {
@@ -146,10 +146,10 @@ LoadOutcome Analyze::subLoadAnalysis() {
                 m_results.setText(kEmptyResults);
             }
         }
-        subFormatResults();
+        formatResults();
 
         // From here on the work is on the text alone.
-        shell::fnReplaceText(text, "\t\t", "\t");
+        shell::replaceText(text, "\t\t", "\t");
         while (text.size() >= 4 && text.compare(text.size() - 4, 4, "\r\n\r\n") == 0) {
             text.resize(text.size() - 2);
         }
@@ -197,7 +197,7 @@ LoadOutcome Analyze::subLoadAnalysis() {
             m_grid.setTextColour(kDataTextColour);
             m_grid.setBlockMode(false);
             if (columns < 5) {
-                subNumberRows();
+                numberRows();
             }
         }
 
@@ -206,7 +206,7 @@ LoadOutcome Analyze::subLoadAnalysis() {
         m_grid.setClip(text);
 
         if (columns == 5) {
-            subNumberRows();
+            numberRows();
         } else if (startRow == 1) {
             m_grid.addressCell(0, 0);
             m_grid.setText(m_session.settings.ColHeading[0]);

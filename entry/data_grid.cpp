@@ -53,8 +53,8 @@ DataGrid::DataGrid(Grid& grid, platform::Platform& platform, shell::Session& ses
     m_grid.setClipboard(&m_platform.clipboard);
 }
 
-void DataGrid::subNumberRows() {
-    numberRows(m_grid);
+void DataGrid::numberRows() {
+    entry::numberRows(m_grid);
 }
 
 // A negative width in the settings file counts as 0 rather than stopping the layout.
@@ -89,7 +89,7 @@ void DataGrid::onKeyDown(int keyCode, int shift) {
         m_grid.setEditMode(true);
     } else if (keyCode == key::V && (shift & CtrlKey) != 0) {
         if (m_grid.selection().col == -1) {
-            subNumberRows();
+            numberRows();
         }
     } else if (keyCode == key::Delete && !m_grid.editMode()) {
         if (m_grid.blockSelected()) {
@@ -133,7 +133,7 @@ void DataGrid::onLeavingCell(int newCol, int newRow) {
     }
     if (limit < kMaxCursorRows) {
         m_grid.setRowLimit(std::min(limit + kRowGrowthStep, kMaxCursorRows));
-        subNumberRows();
+        numberRows();
     } else if (newRow == kMaxCursorRows && newCol == 1) {
         m_platform.dialogs.messageBox({kMaxRowsTitle, kMaxRowsText});
     }
@@ -142,8 +142,8 @@ void DataGrid::onLeavingCell(int newCol, int newRow) {
 void DataGrid::onRightClick(int x, int y) {
     shell::FrameModel& frame = m_session.frame;
     const CellBlock s = m_grid.selection();
-    frame.setItemEnabled("mnuDropfill", m_grid.blockSelected() && s.col == s.col2);
-    frame.setItemEnabled("mnuDroppaste", m_platform.clipboard.hasText());
+    frame.setItemEnabled(shell::MenuItem::DropFill, m_grid.blockSelected() && s.col == s.col2);
+    frame.setItemEnabled(shell::MenuItem::DropPaste, m_platform.clipboard.hasText());
     frame.openPopup({x, y});
 }
 
@@ -178,7 +178,7 @@ void DataGrid::colourDataCells() {
 // The active row decides where the blank rows go, the selection only how many. The table
 // stays within 32,767 numbered rows: an insert that would push data beyond inserts only as
 // many rows as fit, and empty rows at the end of the table make room for the rest.
-void DataGrid::subEditInsert() {
+void DataGrid::editInsert() {
     int rows = 1;
     std::string prompt = "Insert one row before the current row?";
     std::string title = "INSERT ROW?";
@@ -203,12 +203,12 @@ void DataGrid::subEditInsert() {
     }
     colourDataCells();
     m_platform.events.processQueuedEvents();
-    subNumberRows();
+    numberRows();
     m_grid.refresh();
     m_resultsOutOfDate();
 }
 
-void DataGrid::subEditDelete() {
+void DataGrid::editDelete() {
     std::string prompt = "Delete the current row?";
     std::string title = "DELETE ROW?";
     const CellBlock s = m_grid.selection();
@@ -232,7 +232,7 @@ void DataGrid::subEditDelete() {
     }
     m_grid.deleteRow();
     colourDataCells();
-    subNumberRows();
+    numberRows();
     m_platform.events.processQueuedEvents();
     m_grid.refresh();
     m_resultsOutOfDate();
@@ -240,23 +240,23 @@ void DataGrid::subEditDelete() {
 
 // --- Block commands ---------------------------------------------------------------------------
 
-void DataGrid::subDropCut() {
+void DataGrid::dropCut() {
     m_grid.clipboardCut(m_platform.clipboard);
 }
 
-void DataGrid::subDropCopy() {
+void DataGrid::dropCopy() {
     m_grid.clipboardCopy(m_platform.clipboard);
 }
 
-void DataGrid::subDropPaste() {
+void DataGrid::dropPaste() {
     m_grid.clipboardPaste(m_platform.clipboard);
     if (m_grid.selection().col == -1) {
-        subNumberRows();
+        numberRows();
     }
 }
 
 // The selection's bounds go to the grid as they are, -1 included.
-void DataGrid::subDropDelete() {
+void DataGrid::dropDelete() {
     const CellBlock s = m_grid.selection();
     m_grid.setBlockMode(true);
     m_grid.addressBlock(s.col, s.row, s.col2, s.row2);
@@ -265,7 +265,7 @@ void DataGrid::subDropDelete() {
 }
 
 // Copies the block's top cell down the block: a constant, never a series.
-void DataGrid::subDropFill() {
+void DataGrid::dropFill() {
     const CellBlock s = m_grid.selection();
     const std::string value = m_grid.cell(s.col, s.row);
     for (int row = s.row; row <= s.row2; ++row) {

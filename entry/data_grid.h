@@ -29,22 +29,22 @@ class DataGrid {
     DataGrid& operator=(const DataGrid&) = delete;
 
     // Writes the numbers 1 to the row limit into column 0.
-    void subNumberRows();
+    void numberRows();
     // Lays the columns out for the window's outer width W (twips): the number columns take
     // the widths of the settings, or a quarter each of W - 960; the comments take the rest,
     // at least 300. A window of 1000 or less keeps its widths.
     void resizeColumns(int outerWidth);
 
     // Row commands, each asking first if the settings say so.
-    void subEditInsert();
-    void subEditDelete();
+    void editInsert();
+    void editDelete();
 
     // The pop-up menu's block commands; none asks anything or marks the document changed.
-    void subDropCut();
-    void subDropCopy();
-    void subDropPaste();
-    void subDropDelete();
-    void subDropFill();
+    void dropCut();
+    void dropCopy();
+    void dropPaste();
+    void dropDelete();
+    void dropFill();
 
   private:
     void onKeyPress(int& character);

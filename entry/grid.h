@@ -1,4 +1,4 @@
-// The spreadsheet model behind grdData on Analyze and on Compare. A cell holds text.
+// The spreadsheet model behind grid on Analyze and on Compare. A cell holds text.
 // Data columns and rows count from 1; column 0 and row 0 are headings, written like
 // cells. Code addresses a cell or block and then acts on it; the user acts through the
 // user* entry points, which raise the grid's events as a spreadsheet control would.

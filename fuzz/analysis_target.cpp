@@ -36,7 +36,7 @@ std::vector<std::vector<std::string>> rowsOf(std::string_view table) {
 }
 
 void enter(documents::Analyze& analyze, Entry entry, std::string_view table) {
-    entry::Grid& grid = analyze.grdData();
+    entry::Grid& grid = analyze.grid();
     const auto rows = rowsOf(table);
     for (std::size_t r = 0; r < rows.size(); ++r) {
         for (std::size_t c = 0; c < rows[r].size(); ++c) {
@@ -75,15 +75,15 @@ void analysisOfCells(std::string_view bytes) {
     if (mode & 4) {
         // The first line is pasted into the name box, as the user can.
         analyze.setFocus(documents::Control::AnalysisName);
-        analyze.txtAnalysisName().setText(in.textUpTo('\n'));
+        analyze.nameBox().setText(in.textUpTo('\n'));
         analyze.setFocus(documents::Control::Grid);
     }
     const auto entry = static_cast<Entry>(mode & 3);
     if (entry == Entry::Pasted) {
         p.scripted.setText(std::string(in.rest()));
         analyze.setFocus(documents::Control::Grid);
-        analyze.grdData().userSelect({1, 1, 4, 1});
-        analyze.subDropPaste();
+        analyze.grid().userSelect({1, 1, 4, 1});
+        analyze.dropPaste();
     } else {
         enter(analyze, entry, in.rest());
     }
@@ -94,7 +94,7 @@ void analysisOfCells(std::string_view bytes) {
     const std::size_t boxesBefore = p.scripted.boxes().size();
     const AnalysisRun run = analyze.runAnalysis();
     check(!p.scripted.pointerBusy(), "the pointer stays busy after an analysis");
-    const std::string& pane = analyze.txtResults().text();
+    const std::string& pane = analyze.resultsPane().text();
     if (run.ending == AnalysisRun::Ending::Report) {
         check(pane.rfind("Analysis Name: ", 0) == 0 && analyze.reportPresent(),
               "an analysis that ended in a report left no report in the pane");
@@ -104,8 +104,8 @@ void analysisOfCells(std::string_view bytes) {
     }
 
     p.scripted.queuePrinterChoice(true);
-    analyze.subFileCopy();
-    analyze.subFilePrint();
+    analyze.copyFile();
+    analyze.printFile();
     check(!p.scripted.pointerBusy(), "the pointer stays busy after copy and print");
 }
 

@@ -19,7 +19,7 @@ void savedAnalysis(std::string_view bytes);
 void settingsText(std::string_view bytes);
 // The strict and lenient number conversions, the general form and every number mask.
 void numberTexts(std::string_view bytes);
-// fnReplaceText and fnCloseTabs against a step-by-step model of the same routines.
+// replaceText and closeTabs against a step-by-step model of the same routines.
 void textRoutines(std::string_view bytes);
 // A whole analysis on cell texts that are set, typed through the key filter or pasted.
 void analysisOfCells(std::string_view bytes);

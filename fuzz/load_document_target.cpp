@@ -50,33 +50,33 @@ void loadDocument(std::string_view bytes) {
     }
     // The answer to "Append this data to the existing data?" when it is asked.
     static constexpr Answer answers[] = {Answer::Yes, Answer::No, Answer::Cancel};
-    const bool asked = analyze.grdData().dataRowCount() > 0;
+    const bool asked = analyze.grid().dataRowCount() > 0;
     p.scripted.queueAnswer(answers[(mode / 3) % 3]);
 
-    const std::string nameBefore = analyze.txtAnalysisName().text();
+    const std::string nameBefore = analyze.nameBox().text();
     const std::size_t boxesBefore = p.scripted.boxes().size();
     const LoadOutcome outcome = analyze.openDocument("/fuzz/input.tna");
     expectOrderlyEnd(p, outcome, boxesBefore);
     if (outcome == LoadOutcome::Cancelled) {
         check(asked, "a load without the question was cancelled");
-        check(analyze.txtAnalysisName().text() == nameBefore, "a cancelled load changed the name");
+        check(analyze.nameBox().text() == nameBefore, "a cancelled load changed the name");
         return;
     }
     if (outcome == LoadOutcome::Loaded) {
-        const std::string& pane = analyze.txtResults().text();
+        const std::string& pane = analyze.resultsPane().text();
         check(pane == documents::kEmptyResults || pane.rfind("Analysis Name: ", 0) == 0,
               "the pane holds neither its empty state nor the file's named text");
     }
 
     // Sometimes analyse what was loaded, so that the save writes the report form.
     if (mode & 0x10) {
-        analyze.subAnalyze();
+        analyze.analyze();
         check(!p.scripted.pointerBusy(), "the pointer stays busy after an analysis");
     }
     // Save what the document now is, and open the saved file again.
     const std::string saved = analyze.composeFileText();
     if (saved.empty()) {
-        check(analyze.grdData().dataRowCount() < 1 && !analyze.reportPresent(),
+        check(analyze.grid().dataRowCount() < 1 && !analyze.reportPresent(),
               "a document with something in it saves as nothing");
         return;
     }

@@ -60,14 +60,14 @@ void savedAnalysis(std::string_view bytes) {
                   "the window and the reader disagree on whether the file has results");
         }
     }
-    const int rows = compare.grdData().dataRowCount();
+    const int rows = compare.grid().dataRowCount();
     check(rows == (saved ? 2 : 1), "the comparison holds " + std::to_string(rows) + " rows");
     check(compare.comparisonRow() == 1, "the first row added is not the comparison row");
 
     if (mode & 2 && rows == 2) {
         compare.chooseComparisonRow(2);
     }
-    compare.subFileCopy();
+    compare.copyFile();
     check(compare.writeComparison("/fuzz/out.tnc"), "a comparison file in memory failed");
     check(!p.files.readAll("/fuzz/out.tnc").empty(), "the comparison file is empty");
 }

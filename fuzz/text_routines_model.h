@@ -1,4 +1,4 @@
-// fnReplaceText and fnCloseTabs done step by step as they are described: positions from 1,
+// replaceText and closeTabs done step by step as they are described: positions from 1,
 // a fresh search after every change, the whole text rebuilt each time. Quadratic, and
 // plainly right; the one-pass routines are checked against it.
 #pragma once

@@ -1,4 +1,4 @@
-// fnReplaceText and fnCloseTabs against a plain model that does each step of the routine
+// replaceText and closeTabs against a plain model that does each step of the routine
 // as it is described, with positions from 1 and a fresh search each time. The routines
 // themselves work in one pass; on every input both must leave the same text, and fail
 // alike where the model fails.
@@ -53,7 +53,7 @@ void textRoutines(std::string_view bytes) {
     FuzzBytes in(bytes);
     const std::uint8_t mode = in.byte();
     if ((mode & 1) == 0) {
-        // fnReplaceText with a find of 1 to 3 characters and a replacement of 0 to 3.
+        // replaceText with a find of 1 to 3 characters and a replacement of 0 to 3.
         std::string find;
         std::string replace;
         for (int i = 0, n = 1 + (mode >> 1) % 3; i < n; ++i) {
@@ -66,26 +66,26 @@ void textRoutines(std::string_view bytes) {
         std::string ours = input;
         std::string model = input;
         const auto ourFailure =
-            run(ours, [&](std::string& t) { shell::fnReplaceText(t, find, replace); });
+            run(ours, [&](std::string& t) { shell::replaceText(t, find, replace); });
         const auto modelFailure =
             run(model, [&](std::string& t) { modelReplaceText(t, find, replace); });
-        compare("fnReplaceText(" + shown(find) + ", " + shown(replace) + ")", input, ours,
+        compare("replaceText(" + shown(find) + ", " + shown(replace) + ")", input, ours,
                 ourFailure, model, modelFailure);
         return;
     }
-    // fnCloseTabs as the table layout calls it: on a text whose Tabs were doubled, and on
+    // closeTabs as the table layout calls it: on a text whose Tabs were doubled, and on
     // the raw text.
     const std::string input(in.rest());
     std::string ours = input;
     std::string model = input;
     if (mode & 2) {
-        shell::fnReplaceText(ours, "\t", "\t\t");
+        shell::replaceText(ours, "\t", "\t\t");
         modelReplaceText(model, "\t", "\t\t");
         check(ours == model, "doubling the Tabs of " + shown(input) + " differs from its model");
     }
-    const auto ourFailure = run(ours, [](std::string& t) { shell::fnCloseTabs(t); });
+    const auto ourFailure = run(ours, [](std::string& t) { shell::closeTabs(t); });
     const auto modelFailure = run(model, [](std::string& t) { modelCloseTabs(t); });
-    compare("fnCloseTabs", input, ours, ourFailure, model, modelFailure);
+    compare("closeTabs", input, ours, ourFailure, model, modelFailure);
 }
 
 } // namespace titron::fuzz

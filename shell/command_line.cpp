@@ -159,19 +159,19 @@ FileResult analyzeFile(const std::string& file, const Options& options, std::ost
         err << errPrefix << box.title << ": " << withLineFeeds(box.text) << "\n";
         result.status = kExitUnreadable;
         result.outcome = box.title;
-        result.name = analyze.txtAnalysisName().text();
+        result.name = analyze.nameBox().text();
         return result;
     }
 
     const documents::AnalysisRun run = analyze.runAnalysis();
-    result.name = analyze.txtAnalysisName().text();
+    result.name = analyze.nameBox().text();
     switch (run.ending) {
     case documents::AnalysisRun::Ending::Report:
         result.outcome = "report";
         result.figures = run.figures;
         result.passes = run.figures->iterations;
         if (!options.tsv) {
-            out << analyze.txtResults().text();
+            out << analyze.resultsPane().text();
         }
         if (run.noNameNote) {
             err << errPrefix << "note: ANALYSIS NAME: There is no Analysis Name.\n";

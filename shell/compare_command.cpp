@@ -71,14 +71,14 @@ int runCompareCommand(const std::vector<std::string>& arguments, std::ostream& o
             status = kExitUnreadable;
         }
     }
-    const int rows = compare.grdData().dataRowCount();
+    const int rows = compare.grid().dataRowCount();
     if (options->row > std::max(rows, 1)) {
         err << "titron-cli: --row " << options->row << " is beyond the " << rows
             << " rows of the comparison\n";
         return kExitUsage;
     }
     compare.chooseComparisonRow(options->row);
-    out << comparison::subBuildReport(compare.grdData());
+    out << comparison::buildReport(compare.grid());
     if (options->saveTo && !compare.writeComparison(*options->saveTo)) {
         err << "cannot write " << *options->saveTo << "\n";
         status = kExitUnreadable;

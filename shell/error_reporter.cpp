@@ -83,7 +83,7 @@ ErrorEntry errorEntry(int failureNumber) {
     return {"Unexpected error.", styleExclamation};
 }
 
-ErrorOutcome ErrorReporter::subReportError(int failureNumber) {
+ErrorOutcome ErrorReporter::reportError(int failureNumber) {
     m_values.ErrorStyle = styleExclamation;
     const ErrorEntry entry = errorEntry(failureNumber);
     m_values.ErrorMessage = std::string(entry.message);

@@ -43,7 +43,7 @@ class ErrorReporter {
     // does not end it itself but returns EndProgram, and the caller must end the program
     // without further work. Every other kind returns Return and the caller reads
     // ErrorAnswer to decide what Retry or Cancel mean.
-    [[nodiscard]] ErrorOutcome subReportError(int failureNumber);
+    [[nodiscard]] ErrorOutcome reportError(int failureNumber);
 
     const ErrorValues& values() const { return m_values; }
     bool endsProgram() const { return m_values.ErrorStyle == styleStop; }

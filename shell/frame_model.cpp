@@ -7,18 +7,17 @@ namespace titron::shell {
 
 namespace {
 
-MenuItem menu(std::string name, std::string caption) {
-    return MenuItem{std::move(name), {}, std::move(caption), {}, Command::None};
+MenuEntry menu(MenuItem item, std::string caption) {
+    return MenuEntry{item, std::nullopt, std::move(caption), {}, Command::None};
 }
 
-MenuItem entry(std::string parent, std::string name, std::string caption, Command command,
-               std::string shortcut = {}) {
-    return MenuItem{std::move(name), std::move(parent), std::move(caption), std::move(shortcut),
-                    command};
+MenuEntry entry(MenuItem parent, MenuItem item, std::string caption, Command command,
+                std::string shortcut = {}) {
+    return MenuEntry{item, parent, std::move(caption), std::move(shortcut), command};
 }
 
-MenuItem separator(std::string parent, std::string name) {
-    return MenuItem{std::move(name), std::move(parent), "-", {}, Command::None};
+MenuEntry separator(MenuItem parent, MenuItem item) {
+    return MenuEntry{item, parent, "-", {}, Command::None};
 }
 
 ToolButton toolButton(std::string key, std::string tip, Command command) {
@@ -28,45 +27,45 @@ ToolButton toolButton(std::string key, std::string tip, Command command) {
 } // namespace
 
 FrameModel::FrameModel() {
+    using enum MenuItem;
     m_items = {
-        menu("menFile", "&File"),
-        entry("menFile", "menFileNew", "&New Analysis", Command::FileNew, "Ctrl+N"),
-        entry("menFile", "menFileOpen", "&Open/Append Analysis", Command::FileOpen, "Ctrl+O"),
-        separator("menFile", "mend11"),
-        entry("menFile", "menFileSave", "&Save Analysis", Command::FileSave, "Ctrl+S"),
-        entry("menFile", "menFileCopy", "&Copy Analysis to Clipboard", Command::FileCopy),
-        entry("menFile", "menFilePrint", "&Print Analysis", Command::FilePrint, "Ctrl+P"),
-        separator("menFile", "mend12"),
-        entry("menFile", "menFilePrintSetup", "Print Se&tup", Command::FilePrintSetup),
-        separator("menFile", "mend13"),
-        entry("menFile", "menFileExit", "E&xit", Command::FileExit, "Ctrl+Q"),
-        menu("menEdit", "&Edit"),
-        entry("menEdit", "menEditInsert", "&Insert Row(s)", Command::EditInsert),
-        entry("menEdit", "menEditDelete", "&Delete Row(s)", Command::EditDelete),
-        menu("menAnalyze", "&Analyze"),
-        entry("menAnalyze", "menAnalyzeAnalyze", "&Analyze Data", Command::AnalyzeAnalyze,
-              "Ctrl+A"),
-        entry("menAnalyze", "menAnalyzeCompare", "&Compare Analyses", Command::AnalyzeCompare),
-        entry("menAnalyze", "menAnalyzeChart", "C&hart Analysis Results", Command::AnalyzeChart),
-        menu("menHelp", "&Help"),
-        entry("menHelp", "menHelpContents", "&Help Contents", Command::HelpContents, "F1"),
-        separator("menHelp", "mend5"),
-        entry("menHelp", "menHelpAbout", "&About Titron...", Command::HelpAbout),
-        menu(std::string(kPopupMenu), "dropedit"),
-        entry(std::string(kPopupMenu), "mnuDropcut", "Cut", Command::DropCut),
-        entry(std::string(kPopupMenu), "mnuDropcopy", "Copy", Command::DropCopy),
-        entry(std::string(kPopupMenu), "mnuDroppaste", "Paste", Command::DropPaste),
-        separator(std::string(kPopupMenu), "mnud6"),
-        entry(std::string(kPopupMenu), "mnuDropdelete", "Delete", Command::DropDelete),
-        separator(std::string(kPopupMenu), "mnud7"),
-        entry(std::string(kPopupMenu), "mnuDropfill", "Fill", Command::DropFill),
+        menu(File, "&File"),
+        entry(File, FileNew, "&New Analysis", Command::FileNew, "Ctrl+N"),
+        entry(File, FileOpen, "&Open/Append Analysis", Command::FileOpen, "Ctrl+O"),
+        separator(File, FileSeparator1),
+        entry(File, FileSave, "&Save Analysis", Command::FileSave, "Ctrl+S"),
+        entry(File, FileCopy, "&Copy Analysis to Clipboard", Command::FileCopy),
+        entry(File, FilePrint, "&Print Analysis", Command::FilePrint, "Ctrl+P"),
+        separator(File, FileSeparator2),
+        entry(File, FilePrintSetup, "Print Se&tup", Command::FilePrintSetup),
+        separator(File, FileSeparator3),
+        entry(File, FileExit, "E&xit", Command::FileExit, "Ctrl+Q"),
+        menu(Edit, "&Edit"),
+        entry(Edit, EditInsert, "&Insert Row(s)", Command::EditInsert),
+        entry(Edit, EditDelete, "&Delete Row(s)", Command::EditDelete),
+        menu(Analyze, "&Analyze"),
+        entry(Analyze, AnalyzeAnalyze, "&Analyze Data", Command::AnalyzeAnalyze, "Ctrl+A"),
+        entry(Analyze, AnalyzeCompare, "&Compare Analyses", Command::AnalyzeCompare),
+        entry(Analyze, AnalyzeChart, "C&hart Analysis Results", Command::AnalyzeChart),
+        menu(Help, "&Help"),
+        entry(Help, HelpContents, "&Help Contents", Command::HelpContents, "F1"),
+        separator(Help, HelpSeparator),
+        entry(Help, HelpAbout, "&About Titron...", Command::HelpAbout),
+        menu(DropEdit, "dropedit"),
+        entry(DropEdit, DropCut, "Cut", Command::DropCut),
+        entry(DropEdit, DropCopy, "Copy", Command::DropCopy),
+        entry(DropEdit, DropPaste, "Paste", Command::DropPaste),
+        separator(DropEdit, DropSeparator1),
+        entry(DropEdit, DropDelete, "Delete", Command::DropDelete),
+        separator(DropEdit, DropSeparator2),
+        entry(DropEdit, DropFill, "Fill", Command::DropFill),
     };
-    itemRef("menEditInsert").enabled = false;
-    itemRef("menEditDelete").enabled = false;
+    itemRef(EditInsert).enabled = false;
+    itemRef(EditDelete).enabled = false;
     // The chart was never built: both its entries stay hidden, though the table switches them.
-    itemRef("menAnalyzeChart").visible = false;
+    itemRef(AnalyzeChart).visible = false;
     // The pop-up never shows on the menu bar.
-    itemRef(kPopupMenu).visible = false;
+    itemRef(DropEdit).visible = false;
 
     m_buttons = {
         toolButton("New", "New", Command::FileNew),
@@ -90,21 +89,17 @@ FrameModel::FrameModel() {
     buttonRef("Chart").visible = false;
 }
 
-const MenuItem& FrameModel::item(std::string_view name) const {
-    return const_cast<FrameModel*>(this)->itemRef(name);
+const MenuEntry& FrameModel::item(MenuItem item) const {
+    return m_items.at(static_cast<std::size_t>(item));
 }
 
 const ToolButton& FrameModel::button(std::string_view key) const {
     return const_cast<FrameModel*>(this)->buttonRef(key);
 }
 
-MenuItem& FrameModel::itemRef(std::string_view name) {
-    auto found = std::find_if(m_items.begin(), m_items.end(),
-                              [name](const MenuItem& item) { return item.name == name; });
-    if (found == m_items.end()) {
-        throw std::logic_error("no menu item " + std::string(name));
-    }
-    return *found;
+// The entries stand in MenuItem's order, so an item is its own index.
+MenuEntry& FrameModel::itemRef(MenuItem item) {
+    return m_items.at(static_cast<std::size_t>(item));
 }
 
 ToolButton& FrameModel::buttonRef(std::string_view key) {
@@ -117,8 +112,8 @@ ToolButton& FrameModel::buttonRef(std::string_view key) {
     return *found;
 }
 
-void FrameModel::setItemEnabled(std::string_view name, bool enabled) {
-    itemRef(name).enabled = enabled;
+void FrameModel::setItemEnabled(MenuItem item, bool enabled) {
+    itemRef(item).enabled = enabled;
     changed();
 }
 
@@ -133,7 +128,7 @@ void FrameModel::setButtonPressed(std::string_view key, bool pressed) {
 }
 
 void FrameModel::setAvailable(Command command, bool available) {
-    for (MenuItem& item : m_items) {
+    for (MenuEntry& item : m_items) {
         if (item.command == command) {
             item.available = available;
         }
@@ -150,8 +145,8 @@ void FrameModel::gridFocusGained() {
     for (std::string_view key : {"Insert", "Delete"}) {
         buttonRef(key).enabled = true;
     }
-    itemRef("menEditInsert").enabled = true;
-    itemRef("menEditDelete").enabled = true;
+    itemRef(MenuItem::EditInsert).enabled = true;
+    itemRef(MenuItem::EditDelete).enabled = true;
     changed();
 }
 
@@ -159,8 +154,8 @@ void FrameModel::gridFocusLost() {
     for (std::string_view key : {"Insert", "Delete"}) {
         buttonRef(key).enabled = false;
     }
-    itemRef("menEditInsert").enabled = false;
-    itemRef("menEditDelete").enabled = false;
+    itemRef(MenuItem::EditInsert).enabled = false;
+    itemRef(MenuItem::EditDelete).enabled = false;
     changed();
 }
 
@@ -168,13 +163,13 @@ void FrameModel::compareActivated() {
     for (std::string_view key : {"New", "Analyze", "Chart"}) {
         buttonRef(key).enabled = false;
     }
-    for (std::string_view name :
-         {"menFileNew", "menAnalyzeAnalyze", "menAnalyzeChart", "menAnalyzeCompare"}) {
-        itemRef(name).enabled = false;
+    for (MenuItem item : {MenuItem::FileNew, MenuItem::AnalyzeAnalyze, MenuItem::AnalyzeChart,
+                          MenuItem::AnalyzeCompare}) {
+        itemRef(item).enabled = false;
     }
     // Compare keeps its own Delete command.
     buttonRef("Delete").enabled = true;
-    itemRef("menEditDelete").enabled = true;
+    itemRef(MenuItem::EditDelete).enabled = true;
     buttonRef("Compare").pressed = true;
     changed();
 }
@@ -185,12 +180,12 @@ void FrameModel::compareDeactivated() {
     for (std::string_view key : {"New", "Analyze", "Chart"}) {
         buttonRef(key).enabled = true;
     }
-    for (std::string_view name :
-         {"menFileNew", "menAnalyzeAnalyze", "menAnalyzeChart", "menAnalyzeCompare"}) {
-        itemRef(name).enabled = true;
+    for (MenuItem item : {MenuItem::FileNew, MenuItem::AnalyzeAnalyze, MenuItem::AnalyzeChart,
+                          MenuItem::AnalyzeCompare}) {
+        itemRef(item).enabled = true;
     }
     buttonRef("Delete").enabled = false;
-    itemRef("menEditDelete").enabled = false;
+    itemRef(MenuItem::EditDelete).enabled = false;
     buttonRef("Compare").pressed = false;
     changed();
 }

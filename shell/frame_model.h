@@ -4,6 +4,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,10 +36,44 @@ enum class Command {
     DropFill,
 };
 
-struct MenuItem {
-    std::string name;     // menFileNew, mnuDropfill, ...
-    std::string parent;   // the menu it sits in; empty for a menu of the bar (or the pop-up)
-    std::string caption;  // "&" marks the access key; "-" is a separator
+// Every item of the menu bar and of the grid's pop-up menu (DropEdit), in the order shown.
+enum class MenuItem {
+    File,
+    FileNew,
+    FileOpen,
+    FileSeparator1,
+    FileSave,
+    FileCopy,
+    FilePrint,
+    FileSeparator2,
+    FilePrintSetup,
+    FileSeparator3,
+    FileExit,
+    Edit,
+    EditInsert,
+    EditDelete,
+    Analyze,
+    AnalyzeAnalyze,
+    AnalyzeCompare,
+    AnalyzeChart,
+    Help,
+    HelpContents,
+    HelpSeparator,
+    HelpAbout,
+    DropEdit,
+    DropCut,
+    DropCopy,
+    DropPaste,
+    DropSeparator1,
+    DropDelete,
+    DropSeparator2,
+    DropFill,
+};
+
+struct MenuEntry {
+    MenuItem item = MenuItem::File;
+    std::optional<MenuItem> parent; // the menu it sits in; none for a menu of the bar (or the pop-up)
+    std::string caption;            // "&" marks the access key; "-" is a separator
     std::string shortcut; // "Ctrl+N", "F1"; empty for none
     Command command = Command::None;
     bool enabled = true;
@@ -73,14 +108,14 @@ class FrameModel {
   public:
     FrameModel();
 
-    // The menu bar's items and the pop-up "mnuDropedit" with its items, in order.
-    const std::vector<MenuItem>& menuItems() const { return m_items; }
+    // The menu bar's items and the pop-up DropEdit with its items, in MenuItem's order.
+    const std::vector<MenuEntry>& menuItems() const { return m_items; }
     const std::vector<ToolButton>& toolButtons() const { return m_buttons; }
-    // Lookups by name and by key, compared exactly; a missing name is a programming error.
-    const MenuItem& item(std::string_view name) const;
+    // Lookups by item and by key (compared exactly; a missing key is a programming error).
+    const MenuEntry& item(MenuItem item) const;
     const ToolButton& button(std::string_view key) const;
 
-    void setItemEnabled(std::string_view name, bool enabled);
+    void setItemEnabled(MenuItem item, bool enabled);
     void setButtonEnabled(std::string_view key, bool enabled);
     void setButtonPressed(std::string_view key, bool pressed);
     // Marks a command's items and buttons as (not) part of the program.
@@ -103,18 +138,15 @@ class FrameModel {
     }
 
   private:
-    MenuItem& itemRef(std::string_view name);
+    MenuEntry& itemRef(MenuItem item);
     ToolButton& buttonRef(std::string_view key);
     void changed();
 
-    std::vector<MenuItem> m_items;
+    std::vector<MenuEntry> m_items;
     std::vector<ToolButton> m_buttons;
     std::vector<PopupRequest> m_popups;
     std::function<void()> m_listener;
     std::function<void(PopupRequest)> m_popupListener;
 };
-
-// The pop-up menu's own name; its items have it as their parent.
-inline constexpr std::string_view kPopupMenu = "mnuDropedit";
 
 } // namespace titron::shell

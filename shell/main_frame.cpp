@@ -21,14 +21,12 @@ Main::Main(platform::Platform& platform, platform::FrameWindows& windows, Sessio
       m_compare(compare), m_programDirectory(std::move(programDirectory)) {
 }
 
-void Main::menuClick(std::string_view name) {
-    const auto& items = m_session.frame.menuItems();
-    auto found = std::find_if(items.begin(), items.end(),
-                              [name](const MenuItem& item) { return item.name == name; });
-    if (found == items.end() || found->separator() || !found->visible || !found->usable()) {
+void Main::menuClick(MenuItem item) {
+    const MenuEntry& entry = m_session.frame.item(item);
+    if (entry.separator() || !entry.visible || !entry.usable()) {
         return;
     }
-    run(found->command);
+    run(entry.command);
 }
 
 // The key is compared with each button's key in turn, and the button then does what its
@@ -49,19 +47,19 @@ void Main::run(Command command) {
     using documents::Analyze;
     switch (command) {
     case Command::FileNew:
-        m_analyze.subFileNew();
+        m_analyze.newFile();
         break;
     case Command::FileOpen:
-        routed(&Analyze::subFileOpen, &Compare::subFileOpen);
+        routed(&Analyze::openFile, &Compare::openFile);
         break;
     case Command::FileSave:
-        routed(&Analyze::subFileSave, &Compare::subFileSave);
+        routed(&Analyze::saveFile, &Compare::saveFile);
         break;
     case Command::FileCopy:
-        routed(&Analyze::subFileCopy, &Compare::subFileCopy);
+        routed(&Analyze::copyFile, &Compare::copyFile);
         break;
     case Command::FilePrint:
-        routed(&Analyze::subFilePrint, &Compare::subFilePrint);
+        routed(&Analyze::printFile, &Compare::printFile);
         break;
     case Command::FilePrintSetup:
         // Whatever the user does in it, nothing of the outcome is looked at.
@@ -72,13 +70,13 @@ void Main::run(Command command) {
         m_windows.closeFrame();
         break;
     case Command::EditInsert:
-        m_analyze.subEditInsert();
+        m_analyze.editInsert();
         break;
     case Command::EditDelete:
-        routed(&Analyze::subEditDelete, &Compare::subEditDelete);
+        routed(&Analyze::editDelete, &Compare::editDelete);
         break;
     case Command::AnalyzeAnalyze:
-        m_analyze.subAnalyze();
+        m_analyze.analyze();
         break;
     case Command::AnalyzeCompare:
         compareCommand();
@@ -93,19 +91,19 @@ void Main::run(Command command) {
         m_windows.showAbout();
         break;
     case Command::DropCut:
-        m_analyze.subDropCut();
+        m_analyze.dropCut();
         break;
     case Command::DropCopy:
-        m_analyze.subDropCopy();
+        m_analyze.dropCopy();
         break;
     case Command::DropPaste:
-        m_analyze.subDropPaste();
+        m_analyze.dropPaste();
         break;
     case Command::DropDelete:
-        m_analyze.subDropDelete();
+        m_analyze.dropDelete();
         break;
     case Command::DropFill:
-        m_analyze.subDropFill();
+        m_analyze.dropFill();
         break;
     default:
         // The chart was never built.
@@ -144,7 +142,7 @@ void Main::toggleCompare() {
 // The save of the window in front; its dialog's file name is empty when it was cancelled.
 bool Main::saveForQuestion() {
     run(Command::FileSave);
-    return !(compareVisible() ? m_compare.CMDialog() : m_analyze.CMDialog()).fileName.empty();
+    return !(compareVisible() ? m_compare.commonDialog() : m_analyze.commonDialog()).fileName.empty();
 }
 
 bool Main::queryClose() {
@@ -172,7 +170,7 @@ void Main::openGivenFile(const std::string& path) {
     if (!error) {
         m_platform.files.setCurrentDirectory(full.parent_path().string());
     }
-    m_analyze.CMDialog().fileName = fullPath;
+    m_analyze.commonDialog().fileName = fullPath;
     m_analyze.openDocument(fullPath);
 }
 

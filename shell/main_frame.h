@@ -25,7 +25,7 @@ class Main {
 
     // A click on a menu item (by name, the pop-up's items included) or a toolbar button (by
     // key). Disabled, hidden, unknown and separator entries do nothing.
-    void menuClick(std::string_view name);
+    void menuClick(MenuItem item);
     void toolbarClick(std::string_view key);
     void run(Command command);
 

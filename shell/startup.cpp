@@ -124,7 +124,7 @@ bool Startup::reportFailure(int failureNumber, StartupOutcome& outcome) {
     p.pointer.setBusy(false);
 
     ErrorReporter reporter(p.dialogs);
-    if (reporter.subReportError(failureNumber) == ErrorOutcome::EndProgram) {
+    if (reporter.reportError(failureNumber) == ErrorOutcome::EndProgram) {
         outcome = StartupOutcome::EndProgram;
         return false;
     }

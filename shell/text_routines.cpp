@@ -44,7 +44,7 @@ std::ptrdiff_t firstFrom(std::string_view text, std::ptrdiff_t start, std::strin
 // len(find) - 1 characters back inside out, so a match there must run on into the rest and
 // is checked directly; every other match is found in the rest. Each replacement consumes at
 // least one input character, so the work is linear in the text for a given find.
-std::string& fnReplaceText(std::string& text, std::string_view find, std::string_view replace) {
+std::string& replaceText(std::string& text, std::string_view find, std::string_view replace) {
     if (find.size() > maxArgumentLength || replace.size() > maxArgumentLength) {
         throw Failure(failure::Overflow);
     }
@@ -105,7 +105,7 @@ std::string& fnReplaceText(std::string& text, std::string_view find, std::string
 // its original position minus the count of deletions so far. The tab-pair searches start
 // just behind the last pair found, and the CR LF searches start at monotone positions, so
 // with the last CR LF found kept the whole pass is linear in the text.
-std::string& fnCloseTabs(std::string& text) {
+std::string& closeTabs(std::string& text) {
     const std::string_view s = text;
     std::vector<std::size_t> deleted; // 0-based original positions
 
@@ -158,7 +158,7 @@ std::string& fnCloseTabs(std::string& text) {
     return text;
 }
 
-std::string& fnRemoveChar(std::string& text, std::int16_t code) {
+std::string& removeChar(std::string& text, std::int16_t code) {
     if (code < 0 || code > 255) {
         return text;
     }

@@ -13,17 +13,17 @@ namespace titron::shell {
 // len(find) + 1, so replacing two Tabs by one closes a run of Tabs of any length to one.
 // Runs in one pass. Throws Failure 5 for an empty find or a search start below 1, and
 // Failure 6 for a find or replace longer than 32,767 characters.
-std::string& fnReplaceText(std::string& text, std::string_view find, std::string_view replace);
+std::string& replaceText(std::string& text, std::string_view find, std::string_view replace);
 
 // Lines up a table whose cell boundaries are all doubled Tabs on tab stops eight
 // characters apart: a cell of 8 characters or more (10 or more for the first cell of the
 // text) loses one Tab of its pair; the first pair of every later line keeps both. In place,
 // one pass; returns text.
-std::string& fnCloseTabs(std::string& text);
+std::string& closeTabs(std::string& text);
 
 // Removes every character with the given code, in place; returns text. Codes outside
 // 0..255 match nothing.
-std::string& fnRemoveChar(std::string& text, std::int16_t code);
+std::string& removeChar(std::string& text, std::int16_t code);
 
 // Lower case of Latin-1 text: A-Z and the accented capitals 0xC0-0xDE (but 0xD7).
 std::string lowerCase(std::string_view text);

@@ -53,23 +53,23 @@ QtAnalyzeWindow::QtAnalyzeWindow(documents::Analyze& analyze, QWidget* parent)
     m_nameLabel = new QLabel(QStringLiteral("Analysis Name:"), m_nameRow);
     m_nameLabel->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_name = new QLineEdit(m_nameRow);
-    m_name->setObjectName(QStringLiteral("txtAnalysisName"));
+    m_name->setObjectName(QStringLiteral("nameBox"));
     m_name->setToolTip(QStringLiteral("Analysis Name"));
     m_name->setMaxLength(documents::kNameTypedLimit);
     m_nameRow->setFixedHeight(m_name->sizeHint().height() + 2 * kRowMarginPixels);
 
     m_splitter = new QSplitter(Qt::Vertical, this);
     m_splitter->setChildrenCollapsible(false);
-    m_grid = new QtGridView(analyze.grdData(), m_splitter);
-    m_grid->setObjectName(QStringLiteral("grdData"));
+    m_grid = new QtGridView(analyze.grid(), m_splitter);
+    m_grid->setObjectName(QStringLiteral("grid"));
     m_results = new QTextEdit(m_splitter);
-    m_results->setObjectName(QStringLiteral("txtResults"));
+    m_results->setObjectName(QStringLiteral("resultsPane"));
     m_results->setReadOnly(true);
     m_results->setLineWrapMode(QTextEdit::NoWrap);
     m_results->setAcceptRichText(false);
     // Read-only still lets the user select and copy, as the pane always did.
     m_results->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    const shell::FontSpec& paneFont = analyze.txtResults().font();
+    const shell::FontSpec& paneFont = analyze.resultsPane().font();
     QFont font(fromLatin1(paneFont.name));
     font.setStyleHint(QFont::TypeWriter);
     font.setPointSizeF(paneFont.points);
@@ -89,22 +89,22 @@ QtAnalyzeWindow::QtAnalyzeWindow(documents::Analyze& analyze, QWidget* parent)
     layout->addWidget(m_splitter, 1);
 
     connect(m_name, &QLineEdit::textEdited, this,
-            [this](const QString& text) { m_analyze.txtAnalysisName().setText(toLatin1(text)); });
+            [this](const QString& text) { m_analyze.nameBox().setText(toLatin1(text)); });
     connect(m_grid, &QtGridView::focusEntered, this, [this] { m_analyze.setFocus(Control::Grid); });
     connect(m_grid, &QtGridView::focusLeft, this, [this] { onGridFocusLeft(); });
     m_name->installEventFilter(this);
     m_results->installEventFilter(this);
 
-    analyze.txtAnalysisName().setListener([this] { showName(); });
-    analyze.txtResults().setListener([this] { showResults(); });
+    analyze.nameBox().setListener([this] { showName(); });
+    analyze.resultsPane().setListener([this] { showResults(); });
     analyze.setFocusListener([this] { followFocus(); });
     showName();
     showResults();
 }
 
 QtAnalyzeWindow::~QtAnalyzeWindow() {
-    m_analyze.txtAnalysisName().setListener(nullptr);
-    m_analyze.txtResults().setListener(nullptr);
+    m_analyze.nameBox().setListener(nullptr);
+    m_analyze.resultsPane().setListener(nullptr);
     m_analyze.setFocusListener(nullptr);
 }
 
@@ -145,7 +145,7 @@ bool QtAnalyzeWindow::eventFilter(QObject* watched, QEvent* event) {
     }
     if (watched == m_name && event->type() == QEvent::KeyPress) {
         const int character = typedCharacter(*static_cast<QKeyEvent*>(event));
-        if (character != 0 && m_analyze.txtAnalysisNameKeyPress(character) == 0) {
+        if (character != 0 && m_analyze.nameBoxKeyPress(character) == 0) {
             return true; // the name's rule dropped it
         }
     }
@@ -153,7 +153,7 @@ bool QtAnalyzeWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void QtAnalyzeWindow::showName() {
-    const QString shown = fromLatin1(m_analyze.txtAnalysisName().text());
+    const QString shown = fromLatin1(m_analyze.nameBox().text());
     // The limit holds for typing only: a longer name from a file is shown whole.
     m_name->setMaxLength(std::max<int>(documents::kNameTypedLimit, shown.size()));
     if (m_name->text() != shown) {
@@ -162,7 +162,7 @@ void QtAnalyzeWindow::showName() {
 }
 
 void QtAnalyzeWindow::showResults() {
-    const shell::ResultsPane& pane = m_analyze.txtResults();
+    const shell::ResultsPane& pane = m_analyze.resultsPane();
     const shell::PaneLook& look = pane.look();
 
     QPalette palette = m_results->palette();

@@ -11,8 +11,8 @@ namespace titron::qt {
 QtCompareWindow::QtCompareWindow(comparison::Compare& compare, QWidget* parent)
     : QWidget(parent), m_compare(compare) {
     setObjectName(QStringLiteral("Compare"));
-    m_grid = new QtGridView(compare.grdData(), this);
-    m_grid->setObjectName(QStringLiteral("grdData"));
+    m_grid = new QtGridView(compare.grid(), this);
+    m_grid->setObjectName(QStringLiteral("grid"));
     m_grid->setWrappedColumns(&comparison::Compare::centred);
     // The table is read on white, whatever the desktop's colours.
     QPalette palette = m_grid->palette();

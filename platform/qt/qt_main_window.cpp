@@ -82,24 +82,22 @@ bool QtMainWindow::eventFilter(QObject* watched, QEvent* event) {
 // Every menu of the model becomes a menu of the bar, the pop-up included: the model keeps
 // it hidden there, and showPopup opens the same menu at the grid.
 void QtMainWindow::buildMenus() {
-    std::map<std::string, QMenu*> menus;
+    std::map<shell::MenuItem, QMenu*> menus;
     QList<QKeySequence> shortcuts;
-    for (const shell::MenuItem& item : m_session.frame.menuItems()) {
+    for (const shell::MenuEntry& item : m_session.frame.menuItems()) {
         const QString caption = fromLatin1(item.caption);
         QAction* action = nullptr;
-        if (item.parent.empty()) {
+        if (!item.parent) {
             QMenu* menu = menuBar()->addMenu(caption);
-            menu->setObjectName(fromLatin1(item.name));
-            menus[item.name] = menu;
+            menus[item.item] = menu;
             action = menu->menuAction();
         } else if (item.separator()) {
-            action = menus.at(item.parent)->addSeparator();
+            action = menus.at(*item.parent)->addSeparator();
         } else {
-            action = menus.at(item.parent)->addAction(caption);
-            const std::string name = item.name;
-            connect(action, &QAction::triggered, this, [this, name] { menuClicked(name); });
+            action = menus.at(*item.parent)->addAction(caption);
+            const shell::MenuItem clicked = item.item;
+            connect(action, &QAction::triggered, this, [this, clicked] { menuClicked(clicked); });
         }
-        action->setObjectName(fromLatin1(item.name));
         if (!item.shortcut.empty()) {
             const QKeySequence shortcut(fromLatin1(item.shortcut), QKeySequence::PortableText);
             action->setShortcut(shortcut);
@@ -107,7 +105,7 @@ void QtMainWindow::buildMenus() {
         }
         m_itemActions.push_back(action);
     }
-    m_popupMenu = menus.at(std::string(shell::kPopupMenu));
+    m_popupMenu = menus.at(shell::MenuItem::DropEdit);
     m_shortcutGuard->setShortcuts(shortcuts);
 }
 
@@ -162,9 +160,13 @@ void QtMainWindow::showPopup(shell::PopupRequest at) {
     m_popupMenu->exec(viewport->mapToGlobal(QPoint(at.x, at.y)));
 }
 
-void QtMainWindow::menuClicked(const std::string& name) {
+QAction* QtMainWindow::menuAction(shell::MenuItem item) const {
+    return m_itemActions.at(static_cast<std::size_t>(item));
+}
+
+void QtMainWindow::menuClicked(shell::MenuItem item) {
     if (m_main != nullptr) {
-        m_main->menuClick(name);
+        m_main->menuClick(item);
     }
     followFocus();
 }

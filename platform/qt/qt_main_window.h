@@ -40,6 +40,8 @@ class QtMainWindow : public QMainWindow {
     QtCompareWindow* compareWindow() const { return m_compareWindow; }
     QMdiSubWindow* compareSubWindow() const { return m_compareSubWindow; }
     QToolBar* toolBar() const { return m_toolBar; }
+    // The action that shows a menu item (a menu's own action for a menu of the bar).
+    QAction* menuAction(shell::MenuItem item) const;
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -51,7 +53,7 @@ class QtMainWindow : public QMainWindow {
     void render();
     void showCaption();
     void showPopup(shell::PopupRequest at);
-    void menuClicked(const std::string& name);
+    void menuClicked(shell::MenuItem item);
     void toolClicked(const std::string& key);
     // The keyboard focus to where the window in front keeps it.
     void followFocus();

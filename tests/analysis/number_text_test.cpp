@@ -48,7 +48,7 @@ TEST(StrictNumberTest, RejectsOtherTextAndFailsOverflowSeparately) {
 }
 
 TEST(WholeNumberTest, ToleranceIsStrictlyBelowOneTenBillionth) {
-    EXPECT_FALSE(fnNearlyEqual(0.0, 1e-10));
+    EXPECT_FALSE(nearlyEqual(0.0, 1e-10));
     EXPECT_TRUE(isWholeNumber(3.00000000001));
     EXPECT_FALSE(isWholeNumber(2.5));
     EXPECT_FALSE(isWholeNumber(3.0000001));

@@ -29,7 +29,7 @@ class CompareStatisticsTest : public ::testing::Test {
         }
         grid.addressCell(1, comparisonRow);
         grid.activate();
-        subCompareRows(grid, comparisonRow);
+        compareRows(grid, comparisonRow);
     }
     std::string tests(int row) const {
         std::string cells;
@@ -50,7 +50,7 @@ TEST_F(CompareStatisticsTest, WorkedRowAndItsExchange) {
     EXPECT_EQ(tests(2), "-0.69314|0.50000|0.29497 to 0.84756|0.0051|0.0101|");
     EXPECT_TRUE(grid.redraw());
     // Exchanged: the sign of the difference turns, ratio and limits invert, p-values stay.
-    subCompareRows(grid, 2);
+    compareRows(grid, 2);
     // From the grid's rounded figures: e^0.69314 is 1.99999, not 2.
     EXPECT_EQ(tests(1), "0.69314|1.99999|1.17986 to 3.39019|0.0051|0.0101|");
     EXPECT_EQ(tests(2), "|||||");
@@ -65,10 +65,10 @@ TEST_F(CompareStatisticsTest, RowsThatDontQualifyStayEmpty) {
     EXPECT_EQ(tests(3), "1.00000|2.71828|2.23446 to 3.30686|0.0001|0.0001|");
     EXPECT_EQ(tests(4), "0.00000|1.00000|0.75791 to 1.31941|0.5000|1.0000|");
     grid.setCell(column::StandardError, 1, "0.0000");
-    subCompareRows(grid, 1);
+    compareRows(grid, 1);
     EXPECT_EQ(tests(3), "|||||"); // both standard errors 0
     grid.setCell(column::LogProportion, 1, "0.00000");
-    subCompareRows(grid, 1);
+    compareRows(grid, 1);
     for (int row = 1; row <= 4; ++row) {
         EXPECT_EQ(tests(row), "|||||") << row;
     }
@@ -91,7 +91,7 @@ TEST_F(CompareStatisticsTest, ReportLinesKeepTheirColumnsAndPushRightWhenTooWide
           {"c:\\data\\a.tna", "Spleen", "-2.30259", "0.2500"},
           {"c:\\users\\lab\\assays\\2026\\en control.tna", "Spleen, day 14 control", "-13.00000",
            "0.1000"}});
-    const std::string report = subBuildReport(grid);
+    const std::string report = buildReport(grid);
     std::vector<std::string> lines;
     for (std::size_t start = 0; start < report.size();) {
         const std::size_t end = report.find("\r\n", start);
@@ -121,7 +121,7 @@ TEST_F(CompareStatisticsTest, FieldsCutAtSixteenCharactersAndAnEmptyGridHasItsHe
     EXPECT_EQ(fileField("c:\\d\\sixteen.abc"), "~\\d\\sixteen.abc");
     EXPECT_EQ(nameField("Fifteen letters"), "Fifteen letters");
     EXPECT_EQ(nameField("Sixteen letters!"), "Sixteen let~rs!");
-    const std::string empty = subBuildReport(grid);
+    const std::string empty = buildReport(grid);
     const std::string tail =
         "Comparison Row:\r\n" + std::string(45, ' ') + "\r\n" + std::string(120, '=') + "\r\n";
     ASSERT_GT(empty.size(), tail.size());

@@ -36,7 +36,7 @@ class CompareTest : public documents::testing::AnalyzeFixture {
         std::filesystem::current_path(directory);
         session.LastDirectory = directory.string();
     }
-    entry::Grid& grid() { return compare.grdData(); }
+    entry::Grid& grid() { return compare.grid(); }
     void moveTo(int row) { grid().userMoveTo(1, row); }
     bool onlyRedRow(int row) {
         for (int r = 1; r <= grid().rowLimit(); ++r) {
@@ -125,13 +125,13 @@ TEST_F(CompareTest, EmptyDirectoryThenAddedFilesAndTheCursorChoosesTheComparison
     EXPECT_EQ(grid().rowLimit(), 0);
     EXPECT_EQ(compare.comparisonRow(), 0);
     platform.queueFileChoice(writeFile("a.tna", analysisText("A", "-2.99573", "0.1000")));
-    compare.subFileOpen();
+    compare.openFile();
     EXPECT_EQ(grid().cell(column::File, 1), shell::lowerCase(path("a.tna")));
     EXPECT_TRUE(onlyRedRow(1));
     platform.queueFileChoice(writeFile("b.tna", analysisText("B", "-2.30259", "0.2500")));
-    compare.subFileOpen();
+    compare.openFile();
     platform.queueFileChoice(writeFile("none.tnc", "no results here"));
-    compare.subFileOpen();
+    compare.openFile();
     ASSERT_EQ(grid().rowLimit(), 2);
     EXPECT_TRUE(onlyRedRow(1));
     EXPECT_EQ(grid().rowHeight(2), 600); // an added row keeps the rows' height
@@ -153,13 +153,13 @@ TEST_F(CompareTest, DeletingRowsAsksAndMakesRowOneTheComparisonRow) {
     moveTo(3);
     grid().userSelect({-1, 3, -1, 3});
     platform.queueAnswer(platform::Answer::No);
-    compare.subEditDelete();
+    compare.editDelete();
     EXPECT_EQ(boxes().back().request.text, "Delete 1 rows?");
     EXPECT_EQ(boxes().back().request.title, "DELETE ROWS?");
     EXPECT_EQ(grid().rowLimit(), 3);
 
     grid().clearSelection();
-    compare.subEditDelete(); // the current row, row 3, with the default Yes
+    compare.editDelete(); // the current row, row 3, with the default Yes
     EXPECT_EQ(boxes().back().request.text, "Delete the current row?");
     EXPECT_EQ(grid().rowLimit(), 2);
     EXPECT_TRUE(onlyRedRow(1));
@@ -173,7 +173,7 @@ TEST_F(CompareTest, DeletingRowsAsksAndMakesRowOneTheComparisonRow) {
     grid().userKeyDown(entry::key::Delete, 0);
     EXPECT_EQ(grid().rowLimit(), 0);
     EXPECT_EQ(boxes().size(), asked);
-    compare.subEditDelete(); // nothing to delete
+    compare.editDelete(); // nothing to delete
     EXPECT_EQ(grid().rowLimit(), 0);
 }
 
@@ -183,8 +183,8 @@ TEST_F(CompareTest, SavePrintAndCopyTakeTheGridOut) {
     compare.show();
     moveTo(2);
     platform.queueFileChoice(path("cmp.tnc"));
-    compare.subFileSave();
-    EXPECT_EQ(readFile("cmp.tnc"), subBuildReport(grid()) + "\r\n");
+    compare.saveFile();
+    EXPECT_EQ(readFile("cmp.tnc"), buildReport(grid()) + "\r\n");
     EXPECT_NE(platform.transcript().end(),
               std::find(platform.transcript().begin(), platform.transcript().end(),
                         "save dialog [Titron Comparison File] flags 34822 ext tnc filter Titron "
@@ -192,12 +192,12 @@ TEST_F(CompareTest, SavePrintAndCopyTakeTheGridOut) {
                         "(*.*)|*.* file  -> " +
                             path("cmp.tnc")));
     // A cancelled save empties the dialog's name and writes nothing.
-    compare.subFileSave();
-    EXPECT_EQ(compare.CMDialog().fileName, "");
+    compare.saveFile();
+    EXPECT_EQ(compare.commonDialog().fileName, "");
 
     platform.clearTranscript();
     platform.queuePrinterChoice(true);
-    compare.subFilePrint();
+    compare.printFile();
     const auto& log = platform.transcript();
     ASSERT_GE(log.size(), 14U);
     const std::vector<std::string> head(log.begin() + 2, log.begin() + 10);
@@ -206,9 +206,9 @@ TEST_F(CompareTest, SavePrintAndCopyTakeTheGridOut) {
                                               "printer emphasis on",
                                               std::string("printer print ") + kCompareCaption,
                                               "printer size 10", "printer emphasis off"}));
-    EXPECT_EQ(log[log.size() - 4], "printer print " + subBuildReport(grid()));
+    EXPECT_EQ(log[log.size() - 4], "printer print " + buildReport(grid()));
 
-    compare.subFileCopy();
+    compare.copyFile();
     EXPECT_EQ(platform.text().substr(0, 22), "Filename\tAnalysis Name");
     const std::string copied = platform.text();
     EXPECT_EQ(std::count(copied.begin(), copied.end(), '\n'), 3); // headings and two rows
@@ -246,8 +246,8 @@ TEST(CompareCapacityTest, ADirectoryBeyondTheGridsRowsFillsItAndLeavesTheRestOut
         p.files.writeAll(name, text);
     }
     ASSERT_NO_THROW(compare.show());
-    EXPECT_EQ(compare.grdData().dataRowCount(), entry::Grid::kMaxRowLimit);
-    EXPECT_EQ(compare.grdData().cell(2, entry::Grid::kMaxRowLimit), "Same");
+    EXPECT_EQ(compare.grid().dataRowCount(), entry::Grid::kMaxRowLimit);
+    EXPECT_EQ(compare.grid().cell(2, entry::Grid::kMaxRowLimit), "Same");
     EXPECT_EQ(compare.addFile("/fuzz/a00000.tna"), AddOutcome::Full);
     EXPECT_FALSE(p.scripted.pointerBusy());
     compare.hide();

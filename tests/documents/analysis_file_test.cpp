@@ -11,7 +11,7 @@ class AnalysisFileTest : public AnalyzeFixture {};
 
 TEST_F(AnalysisFileTest, TableFormHasFileLineNameLineTableAndAFinalLineEnd) {
     type({{"1000", "5", "24", ""}, {"100000000", "23", "24", "second plate"}});
-    analyze.txtAnalysisName().setText("Spleen A");
+    analyze.nameBox().setText("Spleen A");
     session.AnalysisFile = "C:\\Data\\Spleen.tna";
     ASSERT_TRUE(analyze.saveDocument(path("out.tna")));
     EXPECT_EQ(readFile("out.tna"), "Titron Analysis File: [c:\\data\\spleen.tna]\r\n\r\n"
@@ -29,14 +29,14 @@ TEST_F(AnalysisFileTest, TableFormWithoutFileOrNameIsJustTheTable) {
     type({{"10", "1", "5", ""}});
     EXPECT_EQ(analyze.composeFileText(), "Row\t\tDose\t\tResponses\tTested\t\tComments\r\n"
                                          "1\t\t10\t\t1\t\t5\t\t\r\n");
-    analyze.grdData().clearSelection();
+    analyze.grid().clearSelection();
     type({{"", "", "", ""}});
     EXPECT_EQ(analyze.composeFileText(), "");
 }
 
 TEST_F(AnalysisFileTest, ReportFormIsThePaneTextAndEachSaveOfALoadedTextAddsOneLineEnd) {
     typeFourRowExample();
-    analyze.subAnalyze(); // without a name: the report starts "Analysis Name: " and a line end
+    analyze.analyze(); // without a name: the report starts "Analysis Name: " and a line end
     ASSERT_TRUE(analyze.saveDocument(path("a.tna")));
     const std::string first = readFile("a.tna");
     EXPECT_EQ(first, pane() + "\r\n");

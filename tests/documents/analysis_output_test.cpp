@@ -20,14 +20,14 @@ class AnalysisOutputTest : public AnalyzeFixture {
         return found;
     }
     std::string documentState() const {
-        return pane() + "|" + analyze.txtAnalysisName().text() + "|" + session.AnalysisFile + "|" +
-               std::to_string(session.AnalysisChanged) + "|" + analyze.grdData().clip();
+        return pane() + "|" + analyze.nameBox().text() + "|" + session.AnalysisFile + "|" +
+               std::to_string(session.AnalysisChanged) + "|" + analyze.grid().clip();
     }
 };
 
 TEST_F(AnalysisOutputTest, WithoutReportOrRowsEachCommandShowsItsBox) {
-    analyze.subFileCopy();
-    analyze.subFilePrint();
+    analyze.copyFile();
+    analyze.printFile();
     ASSERT_EQ(boxes().size(), 2U);
     EXPECT_EQ(boxes()[0].request.title, "NO ANALYSIS TO COPY");
     EXPECT_EQ(boxes()[0].request.text, "No Titron analysis to copy.");
@@ -41,17 +41,17 @@ TEST_F(AnalysisOutputTest, WithoutReportOrRowsEachCommandShowsItsBox) {
 TEST_F(AnalysisOutputTest, CopyGivesTheGridBlockOrTheReportWithSingleTabs) {
     platform.setText("what was there");
     type({{"1000", "5", "24", ""}, {"100000000", "23", "24", "second plate"}});
-    analyze.subFileCopy();
+    analyze.copyFile();
     EXPECT_EQ(platform.text(), "Row\tDose\tResponses\tTested\tComments\r\n"
                                "1\t1000\t5\t24\t\r\n"
                                "2\t100000000\t23\t24\tsecond plate\r\n");
 
     typeFourRowExample();
-    analyze.subAnalyze();
+    analyze.analyze();
     const std::string before = documentState();
-    analyze.subFileCopy();
+    analyze.copyFile();
     std::string expected = pane();
-    shell::fnReplaceText(expected, "\t\t", "\t");
+    shell::replaceText(expected, "\t\t", "\t");
     EXPECT_EQ(platform.text(), expected);
     EXPECT_EQ(platform.text().find("\t\t"), std::string::npos);
     EXPECT_NE(pane().find("\t\t"), std::string::npos); // the pane keeps its doubled Tabs
@@ -65,11 +65,11 @@ TEST_F(AnalysisOutputTest, CopyGivesTheGridBlockOrTheReportWithSingleTabs) {
 
 TEST_F(AnalysisOutputTest, PrintedPageHasTheHeadThenTheReportWithItsDoubledTabs) {
     typeFourRowExample();
-    analyze.txtAnalysisName().setText("Spleen A");
-    analyze.subAnalyze();
+    analyze.nameBox().setText("Spleen A");
+    analyze.analyze();
     const std::string before = documentState();
     platform.queuePrinterChoice(true);
-    analyze.subFilePrint();
+    analyze.printFile();
     const std::vector<std::string> expected{
         "left origin -700", "portrait",        "font Arial",
         "size 16",          "emphasis on",     "print \r\nTitron",
@@ -85,15 +85,15 @@ TEST_F(AnalysisOutputTest, PrintedPageHasTheHeadThenTheReportWithItsDoubledTabs)
 TEST_F(AnalysisOutputTest, WithoutReportThePageShowsFileLineBareNameAndTable) {
     type({{"1000", "5", "24", ""}});
     platform.queuePrinterChoice(true);
-    analyze.subFilePrint();
+    analyze.printFile();
     EXPECT_EQ(printed().at(10), "print Row\t\tDose\t\tResponses\tTested\t\tComments\r\n"
                                 "1\t\t1000\t\t5\t\t24\t\t\r\n");
 
     session.AnalysisFile = "/data/Spleen.tna";
-    analyze.txtAnalysisName().setText("Spleen A");
+    analyze.nameBox().setText("Spleen A");
     platform.clearTranscript();
     platform.queuePrinterChoice(true);
-    analyze.subFilePrint();
+    analyze.printFile();
     EXPECT_EQ(printed().at(10).rfind(
                   "print Titron Analysis File: [/data/spleen.tna]\r\n\r\nSpleen A\r\n\r\nRow", 0),
               0U);
@@ -101,24 +101,24 @@ TEST_F(AnalysisOutputTest, WithoutReportThePageShowsFileLineBareNameAndTable) {
 
 TEST_F(AnalysisOutputTest, ShortLoadedTextCountsAsNoReportAndLongOneAsAReport) {
     platform.queueFileChoice(writeFile("short.tna", "Analysis Name: S\r\n\r\n1\t2\t3\r\n"));
-    analyze.subFileOpen();
+    analyze.openFile();
     ASSERT_LT(pane().size(), kReportMinimumLength);
-    analyze.subFileCopy();
+    analyze.copyFile();
     EXPECT_EQ(platform.text(), "Row\tDose\tResponses\tTested\tComments\r\n1\t1\t2\t3\t\r\n");
 
     const std::string longer = "Analysis Name: Long enough to count\r\n\r\nRow\t\tDose\t\t"
                                "Responses\tTested\t\tComments\r\n1\t\t1\t\t2\t\t3\t\t\r\n";
     platform.queueFileChoice(writeFile("long.tna", longer));
     platform.queueAnswer(platform::Answer::No); // not appended
-    analyze.subFileOpen();
+    analyze.openFile();
     platform.queuePrinterChoice(true);
-    analyze.subFilePrint();
+    analyze.printFile();
     EXPECT_EQ(printed().at(10), "print " + longer); // labelled name, from the pane
 }
 
 TEST_F(AnalysisOutputTest, CancelledPrintDialogPrintsNothing) {
     type({{"1000", "5", "24", ""}});
-    analyze.subFilePrint();
+    analyze.printFile();
     EXPECT_TRUE(printed().empty());
     EXPECT_EQ(platform.transcript().back(), "pointer normal");
 }

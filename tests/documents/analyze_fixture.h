@@ -48,7 +48,7 @@ class AnalyzeFixture : public ::testing::Test {
     void type(std::initializer_list<Row> rows, int firstRow = 1) {
         int row = firstRow;
         for (const Row& r : rows) {
-            entry::Grid& grid = analyze.grdData();
+            entry::Grid& grid = analyze.grid();
             grid.setCell(1, row, r.dose);
             grid.setCell(2, row, r.responses);
             grid.setCell(3, row, r.tested);
@@ -66,7 +66,7 @@ class AnalyzeFixture : public ::testing::Test {
 
     // Types text into a cell as the user does, which raises the grid's cell changed.
     void userType(int col, int row, const std::string& text) {
-        entry::Grid& grid = analyze.grdData();
+        entry::Grid& grid = analyze.grid();
         grid.addressCell(col, row);
         grid.activate();
         for (char c : text) {
@@ -87,8 +87,8 @@ class AnalyzeFixture : public ::testing::Test {
         return std::string(std::istreambuf_iterator<char>(in), {});
     }
 
-    std::string cell(int col, int row) const { return analyze.grdData().cell(col, row); }
-    const std::string& pane() const { return analyze.txtResults().text(); }
+    std::string cell(int col, int row) const { return analyze.grid().cell(col, row); }
+    const std::string& pane() const { return analyze.resultsPane().text(); }
     const std::vector<platform::ShownBox>& boxes() const { return platform.boxes(); }
 
     platform::ScriptedPlatform platform;

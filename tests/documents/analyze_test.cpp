@@ -11,14 +11,14 @@ namespace {
 using platform::Icon;
 using testing::AnalyzeFixture;
 
-class SubAnalyzeTest : public AnalyzeFixture {
+class AnalyzeCommandTest : public AnalyzeFixture {
   protected:
     // Runs the analysis expecting one box; checks the box and that the document is as it
     // was but for the cursor.
     void expectRefused(const std::string& title, const std::string& text, int col, int row) {
-        analyze.txtResults().setText("an older report that must stay on view, 50 chars or more");
+        analyze.resultsPane().setText("an older report that must stay on view, 50 chars or more");
         session.AnalysisChanged = shell::kUnchanged;
-        analyze.subAnalyze();
+        analyze.analyze();
         ASSERT_EQ(boxes().size(), 1u);
         EXPECT_EQ(boxes()[0].request.title, title);
         EXPECT_EQ(boxes()[0].request.text, text);
@@ -27,17 +27,17 @@ class SubAnalyzeTest : public AnalyzeFixture {
         EXPECT_EQ(pane(), "an older report that must stay on view, 50 chars or more");
         EXPECT_EQ(session.AnalysisChanged, shell::kUnchanged);
         if (col != 0) {
-            EXPECT_EQ(analyze.grdData().activeCol(), col);
-            EXPECT_EQ(analyze.grdData().activeRow(), row);
+            EXPECT_EQ(analyze.grid().activeCol(), col);
+            EXPECT_EQ(analyze.grid().activeRow(), row);
             EXPECT_EQ(analyze.focus(), Control::Grid);
         }
         EXPECT_FALSE(platform.pointerBusy());
     }
 };
 
-TEST_F(SubAnalyzeTest, FourRowExampleFillsThePaneMarksTheDocumentAndFormatsIt) {
+TEST_F(AnalyzeCommandTest, FourRowExampleFillsThePaneMarksTheDocumentAndFormatsIt) {
     typeFourRowExample();
-    analyze.txtAnalysisName().setText("Spleen A");
+    analyze.nameBox().setText("Spleen A");
     const AnalysisRun run = analyze.runAnalysis();
     ASSERT_EQ(run.ending, AnalysisRun::Ending::Report);
     // The worked example of the report, table included, to the byte.
@@ -49,24 +49,24 @@ TEST_F(SubAnalyzeTest, FourRowExampleFillsThePaneMarksTheDocumentAndFormatsIt) {
                           "4\t\t30000\t\t22\t\t24\t\t\r\n");
     EXPECT_EQ(session.AnalysisChanged, shell::kChanged);
     EXPECT_TRUE(boxes().empty());
-    EXPECT_TRUE(analyze.txtResults().look().formatted);
-    EXPECT_EQ(analyze.txtResults().look().colour, (shell::Rgb{0, 0, 128}));
-    EXPECT_EQ(analyze.txtResults().look().tabStopsTwips,
+    EXPECT_TRUE(analyze.resultsPane().look().formatted);
+    EXPECT_EQ(analyze.resultsPane().look().colour, (shell::Rgb{0, 0, 128}));
+    EXPECT_EQ(analyze.resultsPane().look().tabStopsTwips,
               (std::vector<int>{0, 960, 1920, 2880, 3840, 4800, 5760, 6720, 7680, 8640}));
-    EXPECT_EQ(analyze.txtResults().font().name, "Courier New");
+    EXPECT_EQ(analyze.resultsPane().font().name, "Courier New");
     EXPECT_FALSE(platform.pointerBusy());
 }
 
-TEST_F(SubAnalyzeTest, ReportCarriesTheDocumentsFileLine) {
+TEST_F(AnalyzeCommandTest, ReportCarriesTheDocumentsFileLine) {
     typeFourRowExample();
-    analyze.txtAnalysisName().setText("Spleen A");
+    analyze.nameBox().setText("Spleen A");
     session.AnalysisFile = "/Home/Lab/Spleen.TNA";
-    analyze.subAnalyze();
+    analyze.analyze();
     EXPECT_NE(pane().find("END\r\n\r\nTitron Analysis File: [/home/lab/spleen.tna]\r\n\r\nRow"),
               std::string::npos);
 }
 
-TEST_F(SubAnalyzeTest, MissingNameIsToldAfterTheReportWhichStands) {
+TEST_F(AnalyzeCommandTest, MissingNameIsToldAfterTheReportWhichStands) {
     typeFourRowExample();
     const AnalysisRun run = analyze.runAnalysis();
     EXPECT_EQ(run.ending, AnalysisRun::Ending::Report);
@@ -79,20 +79,20 @@ TEST_F(SubAnalyzeTest, MissingNameIsToldAfterTheReportWhichStands) {
     EXPECT_EQ(analyze.focus(), Control::AnalysisName);
 }
 
-TEST_F(SubAnalyzeTest, EmptyGridSaysNoDataAndLeavesThePane) {
-    analyze.subAnalyze();
+TEST_F(AnalyzeCommandTest, EmptyGridSaysNoDataAndLeavesThePane) {
+    analyze.analyze();
     ASSERT_EQ(boxes().size(), 1u);
     EXPECT_EQ(boxes()[0].request.title, "NO DATA TO ANALYZE");
     EXPECT_EQ(boxes()[0].request.text, "No data to analyze.");
     EXPECT_EQ(pane(), kEmptyResults);
 }
 
-TEST_F(SubAnalyzeTest, EachRowCheckShowsItsBoxAndPutsTheCursorOnTheCellAtFault) {
+TEST_F(AnalyzeCommandTest, EachRowCheckShowsItsBoxAndPutsTheCursorOnTheCellAtFault) {
     type({{"100", "1", "10", ""}, {"0", "1", "10", ""}});
     expectRefused("INVALID DOSE", "Invalid Dose: 0", 1, 2);
 }
 
-TEST_F(SubAnalyzeTest, NegativeOrOddlyWrittenZeroResponsesAreEmpty) {
+TEST_F(AnalyzeCommandTest, NegativeOrOddlyWrittenZeroResponsesAreEmpty) {
     for (const char* text : {"0.0", "00", "-0", "-3"}) {
         platform.clearTranscript();
         type({{"100", text, "10", ""}});
@@ -101,7 +101,7 @@ TEST_F(SubAnalyzeTest, NegativeOrOddlyWrittenZeroResponsesAreEmpty) {
     }
 }
 
-TEST_F(SubAnalyzeTest, FractionalCountsAreRefusedButNearlyWholeOnesPass) {
+TEST_F(AnalyzeCommandTest, FractionalCountsAreRefusedButNearlyWholeOnesPass) {
     type({{"100", "2.5", "10", ""}});
     expectRefused("INVALID RESPONSES", "The values for Responses and Tested must be integers", 2,
                   1);
@@ -114,7 +114,7 @@ TEST_F(SubAnalyzeTest, FractionalCountsAreRefusedButNearlyWholeOnesPass) {
     EXPECT_EQ(analyze.runAnalysis().ending, AnalysisRun::Ending::Report);
 }
 
-TEST_F(SubAnalyzeTest, TestedAndResponsesAboveTestedChecks) {
+TEST_F(AnalyzeCommandTest, TestedAndResponsesAboveTestedChecks) {
     type({{"100", "0", "-2", ""}});
     expectRefused("INVALID NUMBER TESTED", "Invalid Number Tested: -2", 3, 1);
     platform.clearTranscript();
@@ -123,12 +123,12 @@ TEST_F(SubAnalyzeTest, TestedAndResponsesAboveTestedChecks) {
                   "Responses is greater than Number Tested:\r\n\r\n5 > 3", 2, 1);
 }
 
-TEST_F(SubAnalyzeTest, TotalsWithNoneOrAllRespondingAreRefusedWithoutMovingTheCursor) {
+TEST_F(AnalyzeCommandTest, TotalsWithNoneOrAllRespondingAreRefusedWithoutMovingTheCursor) {
     type({{"100", "0", "10", ""}, {"1000", "0", "5", ""}});
-    analyze.grdData().addressCell(4, 7);
-    analyze.grdData().activate();
+    analyze.grid().addressCell(4, 7);
+    analyze.grid().activate();
     expectRefused("NO RESPONSES", "Data with no Responses cannot be analyzed.", 0, 0);
-    EXPECT_EQ(analyze.grdData().activeRow(), 7);
+    EXPECT_EQ(analyze.grid().activeRow(), 7);
     platform.clearTranscript();
     type({{"100", "5", "5", ""}, {"1000", "10", "10", ""}});
     expectRefused("100% RESPONSES", "Data with 100% Responses cannot be analyzed.", 0, 0);
@@ -137,49 +137,49 @@ TEST_F(SubAnalyzeTest, TotalsWithNoneOrAllRespondingAreRefusedWithoutMovingTheCu
     EXPECT_EQ(analyze.runAnalysis().ending, AnalysisRun::Ending::Report);
 }
 
-TEST_F(SubAnalyzeTest, TextThatIsNoNumberTakesTheReadingFailurePath) {
+TEST_F(AnalyzeCommandTest, TextThatIsNoNumberTakesTheReadingFailurePath) {
     type({{"12abc", "1", "10", ""}});
-    analyze.txtResults().setText("an older report, which the reading failure replaces......");
-    analyze.subAnalyze();
+    analyze.resultsPane().setText("an older report, which the reading failure replaces......");
+    analyze.analyze();
     ASSERT_EQ(boxes().size(), 1u);
     EXPECT_EQ(boxes()[0].request.title, "INVALID ENTRY");
     EXPECT_EQ(boxes()[0].request.text, "Invalid entry: 12abc");
     EXPECT_EQ(pane(), kEmptyResults);
-    EXPECT_TRUE(analyze.txtResults().look().formatted);
-    EXPECT_EQ(analyze.grdData().activeCol(), 1);
+    EXPECT_TRUE(analyze.resultsPane().look().formatted);
+    EXPECT_EQ(analyze.grid().activeCol(), 1);
     EXPECT_EQ(analyze.focus(), Control::Grid);
 }
 
-TEST_F(SubAnalyzeTest, EmptyCellsAreInvalidEntriesEvenInACommentOnlyRow) {
+TEST_F(AnalyzeCommandTest, EmptyCellsAreInvalidEntriesEvenInACommentOnlyRow) {
     type({{"100", "", "10", ""}});
-    analyze.subAnalyze();
+    analyze.analyze();
     ASSERT_EQ(boxes().size(), 1u);
     EXPECT_EQ(boxes()[0].request.text, "Invalid entry: ");
-    EXPECT_EQ(analyze.grdData().activeCol(), 2);
-    EXPECT_EQ(analyze.grdData().activeRow(), 1);
+    EXPECT_EQ(analyze.grid().activeCol(), 2);
+    EXPECT_EQ(analyze.grid().activeRow(), 1);
 
     platform.clearTranscript();
     type({{"1000", "2", "24", ""}, {"", "", "", "note"}});
-    analyze.subAnalyze();
+    analyze.analyze();
     ASSERT_EQ(boxes().size(), 1u);
     EXPECT_EQ(boxes()[0].request.text, "Invalid entry: ");
-    EXPECT_EQ(analyze.grdData().activeCol(), 1);
-    EXPECT_EQ(analyze.grdData().activeRow(), 2);
+    EXPECT_EQ(analyze.grid().activeCol(), 1);
+    EXPECT_EQ(analyze.grid().activeRow(), 2);
 }
 
-TEST_F(SubAnalyzeTest, BlanksInsideNumbersAreIgnoredAndOverflowIsFailureSix) {
+TEST_F(AnalyzeCommandTest, BlanksInsideNumbersAreIgnoredAndOverflowIsFailureSix) {
     type({{"1 000", "2", "24", ""}, {"3 000", "6", "24", ""}});
     EXPECT_EQ(analyze.runAnalysis().ending, AnalysisRun::Ending::Report);
     platform.clearTranscript();
     type({{"1E400", "2", "24", ""}});
-    analyze.subAnalyze();
+    analyze.analyze();
     ASSERT_EQ(boxes().size(), 1u);
     EXPECT_EQ(boxes()[0].request.title, "Titron ERROR #6");
     EXPECT_EQ(boxes()[0].request.text, "An error occurred in the analysis.");
     EXPECT_EQ(pane(), kEmptyResults);
 }
 
-TEST_F(SubAnalyzeTest, ArithmeticFailureDropsTheReportAndKeepsTheFlag) {
+TEST_F(AnalyzeCommandTest, ArithmeticFailureDropsTheReportAndKeepsTheFlag) {
     // Five tiny doses pull the start value so high that exp(eta) of the large dose
     // overflows in the first pass.
     type({{"1E-300", "1", "2", ""},
@@ -189,15 +189,15 @@ TEST_F(SubAnalyzeTest, ArithmeticFailureDropsTheReportAndKeepsTheFlag) {
           {"1E-300", "1", "2", ""},
           {"1E100", "1", "2", ""}});
     session.AnalysisChanged = shell::kUnchanged;
-    analyze.subAnalyze();
+    analyze.analyze();
     ASSERT_EQ(boxes().size(), 1u);
     EXPECT_EQ(boxes()[0].request.title, "Titron ERROR #6");
     EXPECT_EQ(pane(), kEmptyResults);
     EXPECT_EQ(session.AnalysisChanged, shell::kUnchanged);
-    EXPECT_TRUE(analyze.txtResults().look().formatted);
+    EXPECT_TRUE(analyze.resultsPane().look().formatted);
 }
 
-TEST_F(SubAnalyzeTest, QuestionForMorePassesStopsWithoutAReport) {
+TEST_F(AnalyzeCommandTest, QuestionForMorePassesStopsWithoutAReport) {
     type({{"0.001", "5", "10", ""}, {"0.002", "8", "10", ""}});
     for (const char* answer : {"0", "", "abc"}) {
         platform.clearTranscript();
@@ -214,31 +214,31 @@ TEST_F(SubAnalyzeTest, QuestionForMorePassesStopsWithoutAReport) {
     }
 }
 
-TEST_F(SubAnalyzeTest, AnswersAreRoundedToEvenAndHugeOnesOverflow) {
+TEST_F(AnalyzeCommandTest, AnswersAreRoundedToEvenAndHugeOnesOverflow) {
     type({{"0.001", "5", "10", ""}, {"0.002", "8", "10", ""}});
     platform.queueInput("2.5"); // two more passes
     platform.queueInput("0");
-    analyze.subAnalyze();
+    analyze.analyze();
     ASSERT_EQ(platform.inputs().size(), 2u);
     EXPECT_EQ(platform.inputs()[1].request.prompt.substr(0, 8), "After22 ");
 
     platform.clearTranscript();
     platform.queueInput("3000000000");
-    analyze.subAnalyze();
+    analyze.analyze();
     ASSERT_EQ(boxes().size(), 1u);
     EXPECT_EQ(boxes()[0].request.title, "Titron ERROR #6");
 }
 
-TEST_F(SubAnalyzeTest, EditInProgressReachesTheGridBeforeReading) {
+TEST_F(AnalyzeCommandTest, EditInProgressReachesTheGridBeforeReading) {
     typeFourRowExample();
-    analyze.txtAnalysisName().setText("A");
+    analyze.nameBox().setText("A");
     analyze.setFocus(Control::Grid);
-    entry::Grid& grid = analyze.grdData();
+    entry::Grid& grid = analyze.grid();
     grid.addressCell(3, 4);
     grid.activate();
     grid.setEditMode(true);
     grid.userEditText("23");
-    analyze.subAnalyze();
+    analyze.analyze();
     EXPECT_EQ(cell(3, 4), "23");
     EXPECT_NE(pane().find("4\t\t30000\t\t22\t\t23\t\t\r\n"), std::string::npos);
 }
@@ -247,29 +247,29 @@ class DocumentRulesTest : public AnalyzeFixture {};
 
 TEST_F(DocumentRulesTest, FirstCellEditAfterASaveResetsThePaneLaterOnesLeaveIt) {
     typeFourRowExample();
-    analyze.txtAnalysisName().setText("A");
-    analyze.subAnalyze();
+    analyze.nameBox().setText("A");
+    analyze.analyze();
     const std::string report = pane();
-    analyze.grdData().addressCell(1, 1);
-    analyze.grdData().activate();
-    analyze.grdData().userKeyPress('5');
-    analyze.grdData().userCommitEdit();
+    analyze.grid().addressCell(1, 1);
+    analyze.grid().activate();
+    analyze.grid().userKeyPress('5');
+    analyze.grid().userCommitEdit();
     EXPECT_EQ(pane(), report); // unsaved report stays while cells change
 
     session.AnalysisChanged = shell::kUnchanged; // as after a save
-    analyze.grdData().userKeyPress('7');
-    analyze.grdData().userCommitEdit();
+    analyze.grid().userKeyPress('7');
+    analyze.grid().userCommitEdit();
     EXPECT_EQ(pane(), kEmptyResults);
     EXPECT_EQ(session.AnalysisChanged, shell::kChanged);
 }
 
 TEST_F(DocumentRulesTest, RenamingThrowsTheReportAwayButNamingAnEmptyDocumentChangesNothing) {
-    analyze.txtAnalysisName().setText("New name");
+    analyze.nameBox().setText("New name");
     EXPECT_EQ(session.AnalysisChanged, shell::kUnchanged);
     typeFourRowExample();
-    analyze.subAnalyze();
+    analyze.analyze();
     session.AnalysisChanged = shell::kUnchanged;
-    analyze.txtAnalysisName().setText("Other");
+    analyze.nameBox().setText("Other");
     EXPECT_EQ(pane(), kEmptyResults);
     EXPECT_EQ(session.AnalysisChanged, shell::kChanged);
 }

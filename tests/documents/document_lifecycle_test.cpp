@@ -27,13 +27,13 @@ class DocumentLifecycleTest : public AnalyzeFixture {
     }
     void analyseExample() {
         typeFourRowExample();
-        analyze.txtAnalysisName().setText("Spleen A");
-        analyze.subAnalyze();
+        analyze.nameBox().setText("Spleen A");
+        analyze.analyze();
         ASSERT_TRUE(analyze.reportPresent());
     }
     void saveAs(const std::string& name) {
         platform.queueFileChoice(path(name));
-        analyze.subFileSave();
+        analyze.saveFile();
     }
 };
 
@@ -41,7 +41,7 @@ TEST_F(DocumentLifecycleTest, DialogsCarryTheirFlagsFilterExtensionAndTitle) {
     typeFourRowExample();
     saveAs("first.tna");
     platform.queueAnswer(Answer::No);
-    analyze.subFileOpen(); // cancelled: nothing queued
+    analyze.openFile(); // cancelled: nothing queued
     const std::string fields = " ext tna filter Titron Analysis Files (*.tna)|*.tna|Text Files "
                                "(*.txt)|*.txt|All Files (*.*)|*.*";
     EXPECT_EQ(lines("save dialog").at(0), "save dialog [Titron Analysis File] flags 34822" +
@@ -55,22 +55,22 @@ TEST_F(DocumentLifecycleTest, DialogsCarryTheirFlagsFilterExtensionAndTitle) {
 TEST_F(DocumentLifecycleTest, SaveOffersTheFilesOwnNameWithTheAnalysisExtension) {
     writeFile("run.3.txt", "Dose,Responses,Tested\r\n1000,2,24\r\n3000,6,24\r\n");
     platform.queueFileChoice(path("run.3.txt"));
-    analyze.subFileOpen();
+    analyze.openFile();
     EXPECT_EQ(caption(), "Titron - [" + shell::lowerCase(path("run.3.txt")) + "]");
     EXPECT_EQ(session.LastDirectory, directory.string());
     platform.queueFileChoice(std::nullopt);
-    analyze.subFileSave();
+    analyze.saveFile();
     EXPECT_NE(lines("save dialog").at(0).find(" file run.tna -> cancelled"), std::string::npos);
     // A cancelled save empties the name; a document without a file offers what is left.
-    EXPECT_EQ(analyze.CMDialog().fileName, "");
-    analyze.subFileNew();
+    EXPECT_EQ(analyze.commonDialog().fileName, "");
+    analyze.newFile();
     typeFourRowExample();
     saveAs("kept.tna");
     EXPECT_NE(lines("save dialog").at(1).find(" file  -> "), std::string::npos);
-    analyze.subFileNew();
+    analyze.newFile();
     type({{"1", "1", "2", ""}});
     platform.queueFileChoice(std::nullopt);
-    analyze.subFileSave();
+    analyze.saveFile();
     EXPECT_NE(lines("save dialog").at(2).find(" file " + path("kept.tna") + " -> cancelled"),
               std::string::npos);
 }
@@ -83,21 +83,21 @@ TEST_F(DocumentLifecycleTest, SavedAnalysisOpensAgainWithTheSamePaneNameAndCells
     EXPECT_EQ(caption(), "Titron - [" + shell::lowerCase(path("spleen.tna")) + "]");
     EXPECT_EQ(readFile("spleen.tna"), report + "\r\n");
 
-    analyze.subFileNew();
+    analyze.newFile();
     EXPECT_EQ(caption(), "Titron");
     EXPECT_EQ(pane(), kEmptyResults);
     platform.queueFileChoice(path("spleen.tna"));
-    analyze.subFileOpen();
+    analyze.openFile();
     // The file's text from its name line on, with the line end that the save added.
     EXPECT_EQ(pane(), report + "\r\n");
-    EXPECT_EQ(analyze.txtAnalysisName().text(), "Spleen A");
+    EXPECT_EQ(analyze.nameBox().text(), "Spleen A");
     EXPECT_EQ(cell(1, 4), "30000");
     EXPECT_EQ(cell(2, 4), "22");
     EXPECT_EQ(cell(3, 4), "24");
     EXPECT_EQ(cell(1, 5), "");
     EXPECT_FALSE(changed());
     // After an analysis the exit always asks, even on a document opened a moment ago.
-    analyze.subAnalyze();
+    analyze.analyze();
     EXPECT_TRUE(changed());
 }
 
@@ -106,7 +106,7 @@ TEST_F(DocumentLifecycleTest, SaveQuestionAnswersBeforeNewAndOpen) {
     userType(4, 1, "first plate");
     ASSERT_TRUE(changed());
     platform.queueAnswer(Answer::Cancel);
-    analyze.subFileNew();
+    analyze.newFile();
     EXPECT_EQ(cell(1, 1), "1000");
     EXPECT_EQ(boxes().at(0).request.title, "SAVE ANALYSIS FILE?");
     EXPECT_EQ(boxes().at(0).request.text, "Save the Titron analysis file?");
@@ -116,29 +116,29 @@ TEST_F(DocumentLifecycleTest, SaveQuestionAnswersBeforeNewAndOpen) {
 
     // Yes, then a cancelled save dialog: the command ends, the document stays changed.
     platform.queueAnswer(Answer::Yes);
-    analyze.subFileNew();
+    analyze.newFile();
     EXPECT_EQ(cell(1, 1), "1000");
     EXPECT_TRUE(changed());
-    EXPECT_EQ(analyze.CMDialog().fileName, "");
+    EXPECT_EQ(analyze.commonDialog().fileName, "");
 
     // Yes and a save: the new document follows.
     platform.queueAnswer(Answer::Yes);
     platform.queueFileChoice(path("saved.tna"));
-    analyze.subFileNew();
+    analyze.newFile();
     EXPECT_EQ(cell(1, 1), "");
     EXPECT_FALSE(changed());
     EXPECT_EQ(lines("save dialog").size(), 2U);
 
     userType(1, 1, "5");
     platform.queueAnswer(Answer::No);
-    analyze.subFileOpen(); // its dialog is cancelled
+    analyze.openFile(); // its dialog is cancelled
     EXPECT_EQ(boxes().back().request.text, "Save the current Titron analysis file?");
     EXPECT_EQ(cell(1, 1), "5");
     EXPECT_EQ(lines("open dialog").size(), 1U);
 }
 
 TEST_F(DocumentLifecycleTest, NothingToSaveShowsItsBoxAndYesGoesOnOnlyWithAFileName) {
-    analyze.subFileSave();
+    analyze.saveFile();
     ASSERT_EQ(boxes().size(), 1U);
     EXPECT_EQ(boxes().at(0).request.title, "NO ANALYSIS TO SAVE");
     EXPECT_EQ(boxes().at(0).request.text, "No Titron analysis to save.");
@@ -146,16 +146,16 @@ TEST_F(DocumentLifecycleTest, NothingToSaveShowsItsBoxAndYesGoesOnOnlyWithAFileN
     EXPECT_TRUE(lines("save dialog").empty());
 
     // A changed document with nothing to save: the dialog's name decides.
-    analyze.txtResults().setText("short loaded text");
-    analyze.txtAnalysisName().setText("x"); // resets the pane: changed
+    analyze.resultsPane().setText("short loaded text");
+    analyze.nameBox().setText("x"); // resets the pane: changed
     ASSERT_TRUE(changed());
     platform.queueAnswer(Answer::Yes);
-    analyze.subFileNew();
-    EXPECT_EQ(analyze.txtAnalysisName().text(), "x"); // empty name: the command ended
-    analyze.CMDialog().fileName = "earlier.tna";
+    analyze.newFile();
+    EXPECT_EQ(analyze.nameBox().text(), "x"); // empty name: the command ended
+    analyze.commonDialog().fileName = "earlier.tna";
     platform.queueAnswer(Answer::Yes);
-    analyze.subFileNew();
-    EXPECT_EQ(analyze.txtAnalysisName().text(), "");
+    analyze.newFile();
+    EXPECT_EQ(analyze.nameBox().text(), "");
 }
 
 TEST_F(DocumentLifecycleTest, NewBringsBackHeadingsAndTheHundredRowTable) {
@@ -165,21 +165,21 @@ TEST_F(DocumentLifecycleTest, NewBringsBackHeadingsAndTheHundredRowTable) {
         text += std::to_string(i) + ",1000,2,24,plate\r\n";
     }
     platform.queueFileChoice(writeFile("long.txt", text));
-    analyze.subFileOpen();
+    analyze.openFile();
     ASSERT_EQ(cell(1, 0), "Dose");
-    ASSERT_GT(analyze.grdData().rowLimit(), 300);
-    analyze.grdData().userMoveTo(3, 40);
-    analyze.txtAnalysisName().setText("Bone marrow");
+    ASSERT_GT(analyze.grid().rowLimit(), 300);
+    analyze.grid().userMoveTo(3, 40);
+    analyze.nameBox().setText("Bone marrow");
     analyze.setFocus(Control::Grid);
 
     platform.queueAnswer(Answer::No);
-    analyze.subFileNew();
+    analyze.newFile();
     EXPECT_EQ(cell(1, 0), "Cells");
-    EXPECT_EQ(analyze.grdData().rowLimit(), 100);
-    EXPECT_EQ(analyze.grdData().dataRowCount(), 0);
-    EXPECT_EQ(analyze.grdData().activeCol(), 1);
-    EXPECT_EQ(analyze.grdData().activeRow(), 1);
-    EXPECT_EQ(analyze.txtAnalysisName().text(), "");
+    EXPECT_EQ(analyze.grid().rowLimit(), 100);
+    EXPECT_EQ(analyze.grid().dataRowCount(), 0);
+    EXPECT_EQ(analyze.grid().activeCol(), 1);
+    EXPECT_EQ(analyze.grid().activeRow(), 1);
+    EXPECT_EQ(analyze.nameBox().text(), "");
     EXPECT_EQ(session.AnalysisFile, "");
     EXPECT_EQ(caption(), "Titron");
     EXPECT_EQ(analyze.focus(), Control::AnalysisName);
@@ -189,10 +189,10 @@ TEST_F(DocumentLifecycleTest, NewBringsBackHeadingsAndTheHundredRowTable) {
 
 TEST_F(DocumentLifecycleTest, CaptionAfterAppendShowsNoFileThoughTheFileIsKept) {
     platform.queueFileChoice(writeFile("a.txt", "1000\t2\t24\r\n"));
-    analyze.subFileOpen();
+    analyze.openFile();
     platform.queueFileChoice(writeFile("b.txt", "3000\t6\t24\r\n"));
     platform.queueAnswer(Answer::Yes); // append
-    analyze.subFileOpen();
+    analyze.openFile();
     EXPECT_EQ(caption(), "Titron");
     EXPECT_EQ(session.AnalysisFile, path("b.txt"));
     EXPECT_TRUE(changed());
@@ -201,7 +201,7 @@ TEST_F(DocumentLifecycleTest, CaptionAfterAppendShowsNoFileThoughTheFileIsKept) 
     platform.queueAnswer(Answer::No); // the save question
     platform.queueFileChoice(path("a.txt"));
     platform.queueAnswer(Answer::Cancel);
-    analyze.subFileOpen();
+    analyze.openFile();
     EXPECT_EQ(session.AnalysisFile, path("b.txt"));
 }
 
@@ -221,7 +221,7 @@ TEST_F(DocumentLifecycleTest, EditingAfterAnUnsavedAnalysisSavesTheOldReportWith
 
 TEST_F(DocumentLifecycleTest, ReportWithoutANameSavesWithAnEmptyNameLine) {
     typeFourRowExample();
-    analyze.subAnalyze();
+    analyze.analyze();
     saveAs("unnamed.tna");
     EXPECT_EQ(readFile("unnamed.tna").substr(0, 17), "Analysis Name: \r\n");
 }
@@ -252,7 +252,7 @@ TEST_F(DocumentLifecycleTest, UnreadableChoicesEndInTheLoadingBox) {
         }
         platform.clearTranscript();
         platform.queueFileChoice(file);
-        analyze.subFileOpen();
+        analyze.openFile();
         ASSERT_EQ(boxes().size(), 1U) << file;
         EXPECT_EQ(boxes()[0].request.title, title);
         EXPECT_EQ(boxes()[0].request.text, "An error occurred loading the data.");
@@ -261,24 +261,24 @@ TEST_F(DocumentLifecycleTest, UnreadableChoicesEndInTheLoadingBox) {
     std::filesystem::permissions(locked, std::filesystem::perms::owner_all);
     // The program goes on: the next file opens.
     platform.queueFileChoice(writeFile("good.tna", "1000\t2\t24\r\n"));
-    analyze.subFileOpen();
+    analyze.openFile();
     EXPECT_EQ(cell(1, 1), "1000");
 }
 
 TEST_F(DocumentLifecycleTest, NameBoxDropsQuotesAndCommasAndEnterMovesToTheGrid) {
-    EXPECT_EQ(analyze.txtAnalysisNameKeyPress('"'), 0);
-    EXPECT_EQ(analyze.txtAnalysisNameKeyPress(','), 0);
-    EXPECT_EQ(analyze.txtAnalysisNameKeyPress('a'), 'a');
-    EXPECT_EQ(analyze.txtAnalysisNameKeyPress(';'), ';');
+    EXPECT_EQ(analyze.nameBoxKeyPress('"'), 0);
+    EXPECT_EQ(analyze.nameBoxKeyPress(','), 0);
+    EXPECT_EQ(analyze.nameBoxKeyPress('a'), 'a');
+    EXPECT_EQ(analyze.nameBoxKeyPress(';'), ';');
     analyze.setFocus(Control::AnalysisName);
-    EXPECT_EQ(analyze.txtAnalysisNameKeyPress('\r'), 0);
+    EXPECT_EQ(analyze.nameBoxKeyPress('\r'), 0);
     EXPECT_EQ(analyze.focus(), Control::Grid);
     EXPECT_TRUE(boxes().empty());
 }
 
 TEST_F(DocumentLifecycleTest, PastedNameWithQuoteAndCommaShowsBothBoxesAndKeepsTheFocus) {
     analyze.setFocus(Control::AnalysisName);
-    analyze.txtAnalysisName().setText("A \"b\", c");
+    analyze.nameBox().setText("A \"b\", c");
     analyze.setFocus(Control::Grid);
     ASSERT_EQ(boxes().size(), 2U);
     EXPECT_EQ(boxes().at(0).request.text,
@@ -290,9 +290,9 @@ TEST_F(DocumentLifecycleTest, PastedNameWithQuoteAndCommaShowsBothBoxesAndKeepsT
         EXPECT_EQ(box.request.buttons, platform::Buttons::Ok);
     }
     EXPECT_EQ(analyze.focus(), Control::AnalysisName);
-    EXPECT_EQ(analyze.txtAnalysisName().text(), "A \"b\", c");
+    EXPECT_EQ(analyze.nameBox().text(), "A \"b\", c");
     // Insert and Delete stay off: the grid had the focus only for the moment of the boxes.
-    EXPECT_FALSE(session.frame.item("menEditInsert").enabled);
+    EXPECT_FALSE(session.frame.item(shell::MenuItem::EditInsert).enabled);
 }
 
 } // namespace

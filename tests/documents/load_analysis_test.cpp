@@ -42,12 +42,12 @@ class LoadAnalysisTest : public AnalyzeFixture {
 TEST_F(LoadAnalysisTest, TableFormWithANameFillsNameGridAndPane) {
     session.AnalysisChanged = shell::kChanged;
     ASSERT_EQ(open("spleen.tna", kTableForm), LoadOutcome::Loaded);
-    EXPECT_EQ(analyze.txtAnalysisName().text(), "Spleen A");
+    EXPECT_EQ(analyze.nameBox().text(), "Spleen A");
     EXPECT_EQ(pane(), kTableForm.substr(kTableForm.find("Analysis Name: ")));
     expectHeadings(kDefaultHeadings);
     expectRow(1, "1000", "5", "24", "");
     expectRow(2, "100000000", "23", "24", "second plate");
-    EXPECT_EQ(analyze.grdData().dataRowCount(), 2);
+    EXPECT_EQ(analyze.grid().dataRowCount(), 2);
     EXPECT_EQ(session.AnalysisChanged, shell::kUnchanged);
     EXPECT_EQ(session.frameCaption.text(),
               "Titron - [" + shell::lowerCase(path("spleen.tna")) + "]");
@@ -57,30 +57,30 @@ TEST_F(LoadAnalysisTest, TableFormWithANameFillsNameGridAndPane) {
 
 TEST_F(LoadAnalysisTest, ReportFormShowsTheFilesFiguresAndFillsTheGridFromItsTable) {
     typeFourRowExample();
-    analyze.txtAnalysisName().setText("Spleen A");
-    analyze.subAnalyze();
+    analyze.nameBox().setText("Spleen A");
+    analyze.analyze();
     const std::string report = pane();
     ASSERT_TRUE(analyze.saveDocument(path("saved.tna")));
 
     testing::FreshDocument other;
     Analyze& reopened = other.analyze;
     ASSERT_EQ(reopened.openDocument(path("saved.tna")), LoadOutcome::Loaded);
-    EXPECT_EQ(reopened.txtResults().text(), report + "\r\n");
-    EXPECT_EQ(reopened.txtAnalysisName().text(), "Spleen A");
+    EXPECT_EQ(reopened.resultsPane().text(), report + "\r\n");
+    EXPECT_EQ(reopened.nameBox().text(), "Spleen A");
     for (int row = 1; row <= 4; ++row) {
         for (int col = 0; col <= 4; ++col) {
-            EXPECT_EQ(reopened.grdData().cell(col, row), cell(col, row)) << col << "," << row;
+            EXPECT_EQ(reopened.grid().cell(col, row), cell(col, row)) << col << "," << row;
         }
     }
-    EXPECT_EQ(reopened.grdData().dataRowCount(), 4);
+    EXPECT_EQ(reopened.grid().dataRowCount(), 4);
 }
 
 TEST_F(LoadAnalysisTest, TableFormWithoutANameKeepsTheTypedNameAndTheEmptyPane) {
-    analyze.txtAnalysisName().setText("typed");
+    analyze.nameBox().setText("typed");
     ASSERT_EQ(open("t.tna", "Row\t\tDose\t\tResponses\tTested\t\tComments\r\n"
                             "1\t\t10\t\t1\t\t5\t\t\r\n\r\n"),
               LoadOutcome::Loaded);
-    EXPECT_EQ(analyze.txtAnalysisName().text(), "typed");
+    EXPECT_EQ(analyze.nameBox().text(), "typed");
     EXPECT_EQ(pane(), kEmptyResults);
     expectRow(1, "10", "1", "5", "");
 }
@@ -90,7 +90,7 @@ TEST_F(LoadAnalysisTest, TextWithHeadingLineInThreeFourAndFiveFields) {
     expectHeadings({"Row", "D", "R", "T", "Comments"});
     expectRow(2, "20", "2", "5", "");
 
-    analyze.grdData().setCell(0, 0, "Row");
+    analyze.grid().setCell(0, 0, "Row");
     ASSERT_EQ(open("4.txt", "D\tR\tT\tC\r\n10\t1\t5\tfirst\r\n"), LoadOutcome::Loaded);
     expectHeadings({"Row", "D", "R", "T", "C"});
     expectRow(1, "10", "1", "5", "first");
@@ -124,7 +124,7 @@ TEST_F(LoadAnalysisTest, OnlyTheBlockBehindTheLastBlankLineIsTheTable) {
               LoadOutcome::Loaded);
     expectRow(1, "20", "2", "5", "");
     expectRow(2, "30", "3", "5", "");
-    EXPECT_EQ(analyze.grdData().dataRowCount(), 2);
+    EXPECT_EQ(analyze.grid().dataRowCount(), 2);
     // A line of blanks is no blank line.
     ASSERT_EQ(open("s.txt", "10\t1\t5\r\n  \r\n20\t2\t5\r\n"), LoadOutcome::Loaded);
     expectRow(1, "10", "1", "5", "");
@@ -143,12 +143,12 @@ TEST_F(LoadAnalysisTest, BareLineFeedFileHasNoFirstLineSoItsCommasBecomeBlanks) 
     ASSERT_EQ(open("lf.txt", rows), LoadOutcome::Loaded);
     expectRow(2, "2", "1", "5", "note");
     expectRow(300, "300", "1", "5", "note");
-    EXPECT_EQ(analyze.grdData().rowLimit(), 400);
+    EXPECT_EQ(analyze.grid().rowLimit(), 400);
 }
 
 TEST_F(LoadAnalysisTest, AppendAddsRowsBelowAndDropsTheFilesHeadingLine) {
     typeFourRowExample();
-    analyze.txtAnalysisName().setText("First");
+    analyze.nameBox().setText("First");
     session.AnalysisFile = path("first.tna");
     platform.queueAnswer(Answer::Yes);
     ASSERT_EQ(open("more.tna", "Analysis Name: Second\r\n\r\nRow\t\tDose\t\tResponses\t"
@@ -160,7 +160,7 @@ TEST_F(LoadAnalysisTest, AppendAddsRowsBelowAndDropsTheFilesHeadingLine) {
     EXPECT_EQ(boxes()[0].request.buttons, platform::Buttons::YesNoCancel);
     EXPECT_EQ(boxes()[0].request.icon, platform::Icon::Question);
     EXPECT_EQ(boxes()[0].request.defaultButton, 2);
-    EXPECT_EQ(analyze.txtAnalysisName().text(), "First / Second");
+    EXPECT_EQ(analyze.nameBox().text(), "First / Second");
     expectHeadings(kDefaultHeadings);
     expectRow(4, "30000", "22", "24", "");
     expectRow(5, "50000", "23", "24", "");
@@ -193,7 +193,7 @@ TEST_F(LoadAnalysisTest, EmptyFileLeavesEmptyRowsTheEmptyPaneAndTheCaptionOnTheP
     typeFourRowExample();
     platform.queueAnswer(Answer::No);
     ASSERT_EQ(open("empty.tna", ""), LoadOutcome::Loaded);
-    EXPECT_EQ(analyze.grdData().dataRowCount(), 0);
+    EXPECT_EQ(analyze.grid().dataRowCount(), 0);
     EXPECT_EQ(pane(), kEmptyResults);
     EXPECT_EQ(session.frameCaption.text(),
               "Titron - [" + shell::lowerCase(path("empty.tna")) + "]");
@@ -207,11 +207,11 @@ TEST_F(LoadAnalysisTest, RowLimitGrowsInStepsOfHundredPastFifteenHundred) {
     }
     ASSERT_EQ(open("long.txt", text), LoadOutcome::Loaded);
     // 1600 lines + 1 (a line after the last CR LF) + start row 1 + 10 spare: 1700.
-    EXPECT_EQ(analyze.grdData().rowLimit(), 1700);
+    EXPECT_EQ(analyze.grid().rowLimit(), 1700);
     EXPECT_EQ(cell(0, 1700), "1700");
     expectRow(1600, "16000", "1", "5", "");
-    EXPECT_EQ(analyze.grdData().textColour(2, 1650), (entry::Colour{0, 0, 255}));
-    EXPECT_EQ(analyze.grdData().firstVisibleRow(), 1);
+    EXPECT_EQ(analyze.grid().textColour(2, 1650), (entry::Colour{0, 0, 255}));
+    EXPECT_EQ(analyze.grid().firstVisibleRow(), 1);
 }
 
 TEST_F(LoadAnalysisTest, FilesThatCannotBeReadEndInTheLoadingFailureBox) {
@@ -256,7 +256,7 @@ TEST_F(LoadAnalysisTest, RowLimitStopsAtTheSixteenBitRowCounterAndTheProgramGoes
     EXPECT_EQ(boxes()[0].request.text, "An error occurred loading the data.");
     EXPECT_EQ(boxes()[0].request.buttons, platform::Buttons::Ok);
     EXPECT_FALSE(platform.pointerBusy());
-    EXPECT_EQ(analyze.grdData().rowLimit(), 100); // the grid is as it was
+    EXPECT_EQ(analyze.grid().rowLimit(), 100); // the grid is as it was
     // The same rows with the last line ended count one line more.
     platform.clearTranscript();
     EXPECT_EQ(open("ended.txt", firstLines(32689) + "\r\n"), LoadOutcome::Failed);
@@ -271,21 +271,21 @@ TEST_F(LoadAnalysisTest, RowLimitStopsAtTheSixteenBitRowCounterAndTheProgramGoes
 
     platform.queueAnswer(Answer::No);
     ASSERT_EQ(open("limit.txt", firstLines(32689)), LoadOutcome::Loaded);
-    EXPECT_EQ(analyze.grdData().rowLimit(), 32700);
-    EXPECT_EQ(analyze.grdData().dataRowCount(), 32689);
+    EXPECT_EQ(analyze.grid().rowLimit(), 32700);
+    EXPECT_EQ(analyze.grid().dataRowCount(), 32689);
     expectRow(32689, "32689", "1", "2", "");
     EXPECT_EQ(cell(0, 32700), "32700");
-    EXPECT_EQ(analyze.grdData().textColour(3, 32689), (entry::Colour{0, 0, 255}));
+    EXPECT_EQ(analyze.grid().textColour(3, 32689), (entry::Colour{0, 0, 255}));
     EXPECT_FALSE(platform.pointerBusy());
 
     // A 32,000-row file with CR LF line ends loads whole.
     platform.queueAnswer(Answer::No);
     ASSERT_EQ(open("big.txt", firstLines(32000) + "\r\n"), LoadOutcome::Loaded);
-    EXPECT_EQ(analyze.grdData().dataRowCount(), 32000);
+    EXPECT_EQ(analyze.grid().dataRowCount(), 32000);
     expectRow(1, "1", "1", "2", "");
     expectRow(32000, "32000", "1", "2", "");
     expectRow(32001, "", "", "", "");
-    EXPECT_EQ(analyze.grdData().firstVisibleRow(), 1);
+    EXPECT_EQ(analyze.grid().firstVisibleRow(), 1);
 }
 
 } // namespace

@@ -18,12 +18,12 @@ class OddInputTest : public AnalyzeFixture {};
 TEST_F(OddInputTest, FifteenHundredRowAssayAnalyses) {
     // The table grows and numbers its rows as the cursor goes down it, up to 1,500 rows.
     for (int row = 1; row <= 1500; ++row) {
-        analyze.grdData().userMoveTo(1, row);
+        analyze.grid().userMoveTo(1, row);
         const int dose = 100 * (1 + row % 50);
         type({{std::to_string(dose), std::to_string(row % 5 == 0 ? 3 : 1), "10", ""}}, row);
     }
-    ASSERT_EQ(analyze.grdData().rowLimit(), 1500);
-    analyze.txtAnalysisName().setText("Large");
+    ASSERT_EQ(analyze.grid().rowLimit(), 1500);
+    analyze.nameBox().setText("Large");
     const AnalysisRun run = analyze.runAnalysis();
     ASSERT_EQ(run.ending, AnalysisRun::Ending::Report);
     EXPECT_EQ(run.figures->df, 1499);
@@ -34,13 +34,13 @@ TEST_F(OddInputTest, FifteenHundredRowAssayAnalyses) {
 
 TEST_F(OddInputTest, NegativeZeroDoseAndOverlongNumber) {
     type({{"-0", "1", "10", ""}});
-    analyze.subAnalyze();
+    analyze.analyze();
     ASSERT_EQ(boxes().size(), 1u);
     EXPECT_EQ(boxes()[0].request.text, "Invalid Dose: 0");
 
     platform.clearTranscript();
     type({{std::string(10000, '9'), "1", "10", std::string(10000, 'c')}});
-    analyze.subAnalyze(); // 10,000 nines are beyond the range of a number
+    analyze.analyze(); // 10,000 nines are beyond the range of a number
     ASSERT_EQ(boxes().size(), 1u);
     EXPECT_EQ(boxes()[0].request.title, "Titron ERROR #6");
 }
@@ -61,7 +61,7 @@ TEST_F(OddInputTest, HundredThousandCharacterNameAndCommentsKeepWhole) {
     const std::string firstComment = pattern("plate one. ");
     const std::string secondComment = pattern("plate two; ");
     type({{"1000", "2", "24", firstComment}, {"3000", "6", "24", secondComment}});
-    analyze.txtAnalysisName().setText(name);
+    analyze.nameBox().setText(name);
     const AnalysisRun run = analyze.runAnalysis();
     ASSERT_EQ(run.ending, AnalysisRun::Ending::Report);
     const std::string report = pane();
@@ -74,17 +74,17 @@ TEST_F(OddInputTest, HundredThousandCharacterNameAndCommentsKeepWhole) {
     Analyze& reopened = other.analyze;
     ASSERT_EQ(reopened.openDocument(path("long.tna")), LoadOutcome::Loaded);
     EXPECT_TRUE(other.platform.boxes().empty());
-    EXPECT_EQ(reopened.txtAnalysisName().text(), name);
-    EXPECT_EQ(reopened.txtResults().text(), report + "\r\n");
-    EXPECT_EQ(reopened.grdData().cell(4, 1), firstComment);
-    EXPECT_EQ(reopened.grdData().cell(4, 2), secondComment);
-    EXPECT_EQ(reopened.grdData().cell(3, 2), "24");
+    EXPECT_EQ(reopened.nameBox().text(), name);
+    EXPECT_EQ(reopened.resultsPane().text(), report + "\r\n");
+    EXPECT_EQ(reopened.grid().cell(4, 1), firstComment);
+    EXPECT_EQ(reopened.grid().cell(4, 2), secondComment);
+    EXPECT_EQ(reopened.grid().cell(3, 2), "24");
 
     comparison::Compare compare(platform.services(), session);
     compare.beginEmpty();
     ASSERT_EQ(compare.addFile(path("long.tna")), comparison::AddOutcome::Added);
-    EXPECT_EQ(compare.grdData().cell(comparison::column::Name, 1), name);
-    EXPECT_EQ(compare.grdData().cell(comparison::column::LogProportion, 1),
+    EXPECT_EQ(compare.grid().cell(comparison::column::Name, 1), name);
+    EXPECT_EQ(compare.grid().cell(comparison::column::LogProportion, 1),
               analysis::formatMask(run.figures->logProportion, "##0.00000"));
 }
 

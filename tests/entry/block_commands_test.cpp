@@ -10,7 +10,7 @@ namespace {
 
 class BlockCommandsTest : public AnalyzeFixture {
   protected:
-    entry::Grid& grid() { return analyze.grdData(); }
+    entry::Grid& grid() { return analyze.grid(); }
 };
 
 TEST_F(BlockCommandsTest, FillCopiesTheTopCellDownTheBlockOnly) {
@@ -18,7 +18,7 @@ TEST_F(BlockCommandsTest, FillCopiesTheTopCellDownTheBlockOnly) {
     grid().setCell(1, 4, "7");
     grid().setCell(1, 7, "under");
     grid().userSelect({1, 2, 1, 6});
-    analyze.subDropFill();
+    analyze.dropFill();
     for (int row = 2; row <= 6; ++row) {
         EXPECT_EQ(cell(1, row), "100") << row;
     }
@@ -27,33 +27,33 @@ TEST_F(BlockCommandsTest, FillCopiesTheTopCellDownTheBlockOnly) {
 
     // An empty top cell empties the rows under it.
     grid().userSelect({1, 1, 1, 4});
-    analyze.subDropFill();
+    analyze.dropFill();
     EXPECT_EQ(cell(1, 3), "");
     EXPECT_EQ(cell(1, 6), "100");
 }
 
 TEST_F(BlockCommandsTest, NoneOfThemMarksTheDocumentOrTouchesTheReport) {
     const std::string report(60, 'r');
-    analyze.txtResults().setText(report);
+    analyze.resultsPane().setText(report);
     session.AnalysisChanged = shell::kUnchanged;
     type({{"1", "2", "3", "a"}, {"4", "5", "6", "b"}});
     grid().userSelect({1, 1, 2, 2});
-    analyze.subDropCopy();
+    analyze.dropCopy();
     EXPECT_EQ(platform.text(), "1\t2\r\n4\t5\r\n");
-    analyze.subDropDelete();
+    analyze.dropDelete();
     EXPECT_EQ(cell(1, 1), "");
     EXPECT_EQ(cell(2, 2), "");
     EXPECT_EQ(cell(3, 1), "3");
     grid().userSelect({3, 1, 4, 1});
-    analyze.subDropCut();
+    analyze.dropCut();
     EXPECT_EQ(platform.text(), "3\ta\r\n");
     EXPECT_EQ(cell(4, 1), "");
     grid().userMoveTo(1, 5); // no block: paste goes to the active cell
-    analyze.subDropPaste();
+    analyze.dropPaste();
     EXPECT_EQ(cell(1, 5), "3");
     EXPECT_EQ(cell(2, 5), "a");
     grid().userSelect({1, 5, 1, 6});
-    analyze.subDropFill();
+    analyze.dropFill();
     EXPECT_EQ(pane(), report);
     EXPECT_EQ(session.AnalysisChanged, shell::kUnchanged);
     EXPECT_TRUE(boxes().empty());
@@ -62,7 +62,7 @@ TEST_F(BlockCommandsTest, NoneOfThemMarksTheDocumentOrTouchesTheReport) {
 TEST_F(BlockCommandsTest, PasteOverWholeRowsKeepsTheRowNumbers) {
     platform.setText("1\t2\t3\tc\r\n4\t5\t6\td\r\n");
     grid().userSelect({-1, 3, -1, 4});
-    analyze.subDropPaste();
+    analyze.dropPaste();
     EXPECT_EQ(cell(1, 3), "1");
     EXPECT_EQ(cell(4, 4), "d");
     EXPECT_EQ(cell(0, 3), "3");
@@ -77,7 +77,7 @@ TEST_F(BlockCommandsTest, PastingAnyShapeOfTextStaysInsideTheGrid) {
     }
     platform.setText(text);
     grid().userMoveTo(3, 98);
-    analyze.subDropPaste();
+    analyze.dropPaste();
     EXPECT_EQ(grid().rowLimit(), 200); // the move to row 98 grew the table; paste doesn't
     EXPECT_EQ(cell(3, 98), "a");
     EXPECT_EQ(cell(4, 98), "b");

@@ -16,7 +16,7 @@ constexpr int kV = 86;
 
 class DataGridTest : public AnalyzeFixture {
   protected:
-    entry::Grid& grid() { return analyze.grdData(); }
+    entry::Grid& grid() { return analyze.grid(); }
 
     // Types keys into a cell as the user would: move there, press each key, then Enter.
     std::string typeInto(int col, int row, const std::string& keys) {
@@ -116,7 +116,7 @@ TEST_F(DataGridTest, AboveFifteenHundredRowsTheCursorAddsNothing) {
 }
 
 TEST_F(DataGridTest, DeleteKeyClearsTargetAndAlwaysMarksResultsOutOfDate) {
-    analyze.txtResults().setText(std::string(60, 'r'));
+    analyze.resultsPane().setText(std::string(60, 'r'));
     // An empty cell: the report still goes and the document counts as changed.
     grid().userMoveTo(2, 3);
     grid().userKeyDown(kDelete, 0);
@@ -154,21 +154,20 @@ TEST_F(DataGridTest, CtrlVOnWholeRowsKeepsTheRowNumbers) {
 
 TEST_F(DataGridTest, FocusSwitchesTheRowCommandsAndAddressesTheActiveCell) {
     const shell::FrameModel& frame = session.frame;
-    EXPECT_FALSE(frame.item("menEditInsert").enabled);
+    EXPECT_FALSE(frame.item(shell::MenuItem::EditInsert).enabled);
     grid().userMoveTo(3, 7);
     grid().addressCell(1, 1);
     analyze.setFocus(Control::Grid);
     EXPECT_EQ(grid().col(), 3);
     EXPECT_EQ(grid().row(), 7);
-    for (const char* name : {"menEditInsert", "menEditDelete"}) {
-        EXPECT_TRUE(frame.item(name).enabled) << name;
-    }
+    EXPECT_TRUE(frame.item(shell::MenuItem::EditInsert).enabled);
+    EXPECT_TRUE(frame.item(shell::MenuItem::EditDelete).enabled);
     for (const char* key : {"Insert", "Delete"}) {
         EXPECT_TRUE(frame.button(key).enabled) << key;
     }
     analyze.setFocus(Control::AnalysisName);
-    EXPECT_FALSE(frame.item("menEditInsert").enabled);
-    EXPECT_FALSE(frame.item("menEditDelete").enabled);
+    EXPECT_FALSE(frame.item(shell::MenuItem::EditInsert).enabled);
+    EXPECT_FALSE(frame.item(shell::MenuItem::EditDelete).enabled);
     EXPECT_FALSE(frame.button("Insert").enabled);
     EXPECT_FALSE(frame.button("Delete").enabled);
 }
@@ -177,8 +176,8 @@ TEST_F(DataGridTest, RightClickEnablesFillForOneColumnBlocksAndPasteForText) {
     const shell::FrameModel& frame = session.frame;
     grid().userSelect({2, 3, 2, 8});
     grid().userRightClick(1, 5, 5, 40, 60);
-    EXPECT_TRUE(frame.item("mnuDropfill").enabled);
-    EXPECT_FALSE(frame.item("mnuDroppaste").enabled); // empty clipboard
+    EXPECT_TRUE(frame.item(shell::MenuItem::DropFill).enabled);
+    EXPECT_FALSE(frame.item(shell::MenuItem::DropPaste).enabled); // empty clipboard
     ASSERT_EQ(frame.popupsOpened().size(), 1u);
     EXPECT_EQ(frame.popupsOpened()[0].x, 40);
     EXPECT_EQ(frame.popupsOpened()[0].y, 60);
@@ -186,15 +185,15 @@ TEST_F(DataGridTest, RightClickEnablesFillForOneColumnBlocksAndPasteForText) {
     platform.setText("1");
     grid().userSelect({2, 3, 3, 8});
     grid().userRightClick(1, 5, 5, 0, 0);
-    EXPECT_FALSE(frame.item("mnuDropfill").enabled);
-    EXPECT_TRUE(frame.item("mnuDroppaste").enabled);
+    EXPECT_FALSE(frame.item(shell::MenuItem::DropFill).enabled);
+    EXPECT_TRUE(frame.item(shell::MenuItem::DropPaste).enabled);
 
     grid().userMoveTo(1, 1); // a single cell is no block
     grid().userRightClick(1, 1, 1, 0, 0);
-    EXPECT_FALSE(frame.item("mnuDropfill").enabled);
+    EXPECT_FALSE(frame.item(shell::MenuItem::DropFill).enabled);
     // Cut, copy and delete stay on.
-    for (const char* name : {"mnuDropcut", "mnuDropcopy", "mnuDropdelete"}) {
-        EXPECT_TRUE(frame.item(name).enabled) << name;
+    for (auto item : {shell::MenuItem::DropCut, shell::MenuItem::DropCopy, shell::MenuItem::DropDelete}) {
+        EXPECT_TRUE(frame.item(item).enabled) << static_cast<int>(item);
     }
 }
 

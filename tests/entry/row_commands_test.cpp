@@ -10,7 +10,7 @@ namespace {
 
 class RowCommandsTest : public AnalyzeFixture {
   protected:
-    entry::Grid& grid() { return analyze.grdData(); }
+    entry::Grid& grid() { return analyze.grid(); }
 
     // Rows 1..n with the dose "d<row>".
     void fillDoses(int rows) {
@@ -42,7 +42,7 @@ class RowCommandsTest : public AnalyzeFixture {
 TEST_F(RowCommandsTest, InsertWithoutBlockAsksForOneRowAndPutsItBeforeTheActiveRow) {
     fillDoses(5);
     grid().userMoveTo(2, 3);
-    analyze.subEditInsert();
+    analyze.editInsert();
     expectQuestion("INSERT ROW?", "Insert one row before the current row?");
     EXPECT_EQ(cell(1, 3), "");
     EXPECT_EQ(cell(1, 4), "d3");
@@ -56,7 +56,7 @@ TEST_F(RowCommandsTest, BlockSizesTheInsertAndTheActiveRowPlacesIt) {
     fillDoses(14);
     grid().userMoveTo(1, 12);
     grid().setSelection({2, 3, 4, 7}); // columns don't matter, only the row bounds
-    analyze.subEditInsert();
+    analyze.editInsert();
     expectQuestion("INSERT ROWS?", "Insert 5 rows before the current row?");
     EXPECT_EQ(cell(1, 11), "d11");
     for (int row = 12; row <= 16; ++row) {
@@ -70,25 +70,25 @@ TEST_F(RowCommandsTest, BlockSizesTheInsertAndTheActiveRowPlacesIt) {
 TEST_F(RowCommandsTest, PromptsKeepThePluralForOneRowAndCountTenForWholeColumns) {
     grid().setSelection({1, 4, 1, 4});
     grid().userSelect({1, 4, 2, 4});
-    analyze.subEditInsert();
+    analyze.editInsert();
     EXPECT_EQ(boxes().back().request.text, "Insert 1 rows before the current row?");
     grid().userSelect({2, -1, 2, -1});
     const int before = grid().rowLimit();
     platform.queueAnswer(platform::Answer::Yes);
-    analyze.subEditInsert();
+    analyze.editInsert();
     EXPECT_EQ(boxes().back().request.text, "Insert 10 rows before the current row?");
     EXPECT_EQ(grid().rowLimit(), before + 10);
 }
 
 TEST_F(RowCommandsTest, NoLeavesGridAndResultsUntouched) {
     fillDoses(3);
-    analyze.txtResults().setText(std::string(60, 'r'));
+    analyze.resultsPane().setText(std::string(60, 'r'));
     session.AnalysisChanged = shell::kUnchanged;
     grid().userMoveTo(1, 2);
     platform.queueAnswer(platform::Answer::No);
-    analyze.subEditInsert();
+    analyze.editInsert();
     platform.queueAnswer(platform::Answer::No);
-    analyze.subEditDelete();
+    analyze.editDelete();
     EXPECT_EQ(cell(1, 2), "d2");
     EXPECT_EQ(grid().rowLimit(), 100);
     EXPECT_EQ(pane(), std::string(60, 'r'));
@@ -98,14 +98,14 @@ TEST_F(RowCommandsTest, NoLeavesGridAndResultsUntouched) {
 TEST_F(RowCommandsTest, DeleteRemovesTheActiveRowOrTheBlocksRows) {
     fillDoses(10);
     grid().userMoveTo(3, 2);
-    analyze.subEditDelete();
+    analyze.editDelete();
     expectQuestion("DELETE ROW?", "Delete the current row?");
     EXPECT_EQ(cell(1, 2), "d3");
     EXPECT_EQ(grid().rowLimit(), 100);
 
     grid().userSelect({4, 3, 2, 5});
     platform.clearTranscript();
-    analyze.subEditDelete();
+    analyze.editDelete();
     EXPECT_EQ(boxes().back().request.title, "DELETE ROWS?");
     EXPECT_EQ(boxes().back().request.text, "Delete 3 rows?");
     EXPECT_EQ(cell(1, 2), "d3");
@@ -118,7 +118,7 @@ TEST_F(RowCommandsTest, WholeColumnsDeleteEveryRowAfterCountingThem) {
     fillDoses(10);
     grid().userMoveTo(1, 95); // the table grows to 200 rows
     grid().userSelect({1, -1, 1, -1});
-    analyze.subEditDelete();
+    analyze.editDelete();
     EXPECT_EQ(boxes().back().request.text, "Delete 200 rows?");
     EXPECT_EQ(grid().dataRowCount(), 0);
     expectNumberedAndBlue();
@@ -129,9 +129,9 @@ TEST_F(RowCommandsTest, SettingsCanTurnTheQuestionsOff) {
     session.settings.ConfirmDelete = false;
     fillDoses(2);
     grid().userMoveTo(1, 1);
-    analyze.subEditInsert();
+    analyze.editInsert();
     EXPECT_EQ(cell(1, 2), "d1");
-    analyze.subEditDelete();
+    analyze.editDelete();
     EXPECT_EQ(cell(1, 1), "d1");
     EXPECT_TRUE(boxes().empty());
 }
@@ -142,7 +142,7 @@ TEST_F(RowCommandsTest, InsertNeverPushesDataBeyondTheNumberedRows) {
     grid().userMoveTo(1, 10);
     grid().userSelect({1, -1, 1, -1}); // ten rows asked for, seven fit
     platform.queueAnswer(platform::Answer::Yes);
-    analyze.subEditInsert();
+    analyze.editInsert();
     EXPECT_EQ(grid().rowLimit(), 32767);
     EXPECT_EQ(cell(1, 32767), "last");
     EXPECT_EQ(cell(0, 32767), "32767");

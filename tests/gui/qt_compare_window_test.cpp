@@ -54,14 +54,14 @@ class QtCompareWindowTest : public testing::QtFrameFixture {
         shell::Session headlessSession;
         documents::Analyze headless(scripted.services(), headlessSession);
         headless.load();
-        headless.txtAnalysisName().setText(name);
+        headless.nameBox().setText(name);
         const char* doses[] = {"1000", "3000", "10000", "30000"};
         for (int row = 1; row <= 4; ++row) {
-            headless.grdData().setCell(1, row, doses[row - 1]);
-            headless.grdData().setCell(2, row, positives[static_cast<std::size_t>(row - 1)]);
-            headless.grdData().setCell(3, row, "24");
+            headless.grid().setCell(1, row, doses[row - 1]);
+            headless.grid().setCell(2, row, positives[static_cast<std::size_t>(row - 1)]);
+            headless.grid().setCell(3, row, "24");
         }
-        headless.subAnalyze();
+        headless.analyze();
         ASSERT_TRUE(headless.saveDocument(file));
     }
 
@@ -125,10 +125,10 @@ TEST_F(QtCompareWindowTest, CompareButtonShowsTheSavedAnalysesInFrontAndTakesThe
     EXPECT_EQ(view().rowHeight(0), twipsToPixelsY(600, view()));
     EXPECT_EQ(view().horizontalHeader()->height(), twipsToPixelsY(690, view()));
     EXPECT_EQ(view().columnWidth(0), twipsToPixelsX(150, view()));
-    EXPECT_EQ(compare.grdData().colWidth(column::File),
+    EXPECT_EQ(compare.grid().colWidth(column::File),
               pixelsToTwipsX(compareChild->width(), view()) / 7);
     EXPECT_EQ(view().columnWidth(column::File),
-              twipsToPixelsX(compare.grdData().colWidth(column::File), view()));
+              twipsToPixelsX(compare.grid().colWidth(column::File), view()));
     EXPECT_TRUE(view().wordWrap());
     const auto alignment = [this](int col) {
         return model().data(model().cellIndex(col, 1), Qt::TextAlignmentRole).toInt();

@@ -30,14 +30,14 @@ class QtDocumentTest : public testing::QtFrameFixture {
 
 TEST_F(QtDocumentTest, CtrlPPrintsTheHeadTodayAndTheReportOverTwoPages) {
     // 80 rows make a report longer than a page.
-    entry::Grid& grid = analyze.grdData();
+    entry::Grid& grid = analyze.grid();
     for (int row = 1; row <= 80; ++row) {
         grid.setCell(1, row, std::to_string(1000 * (1 + row % 4)));
         grid.setCell(2, row, std::to_string(2 + 4 * (row % 4)));
         grid.setCell(3, row, "24");
     }
-    analyze.txtAnalysisName().setText("Long assay");
-    analyze.subAnalyze();
+    analyze.nameBox().setText("Long assay");
+    analyze.analyze();
     ASSERT_TRUE(analyze.reportPresent());
 
     const QString pdfPath = directory.filePath(QStringLiteral("report.pdf"));
@@ -71,14 +71,14 @@ TEST_F(QtDocumentTest, CtrlPPrintsTheHeadTodayAndTheReportOverTwoPages) {
     }
     EXPECT_TRUE(testing::has(pdf, today.section(QLatin1Char(' '), 1, 1)));
     EXPECT_EQ(testing::find(pdf, QStringLiteral("80")).page, pdf.pages);
-    EXPECT_EQ(analyze.txtResults().text().find("Long assay"), 15U); // the document is untouched
+    EXPECT_EQ(analyze.resultsPane().text().find("Long assay"), 15U); // the document is untouched
 }
 
 TEST_F(QtDocumentTest, SaveAndOpenGoThroughTheFileDialogAndFollowItsDirectory) {
-    typeFourRowAssay(analyze.grdData());
-    analyze.txtAnalysisName().setText("Spleen A");
-    analyze.subAnalyze();
-    const std::string report = analyze.txtResults().text();
+    typeFourRowAssay(analyze.grid());
+    analyze.nameBox().setText("Spleen A");
+    analyze.analyze();
+    const std::string report = analyze.resultsPane().text();
     QDir::setCurrent(directory.path());
 
     // The name typed without its extension gets ".tna".
@@ -95,7 +95,7 @@ TEST_F(QtDocumentTest, SaveAndOpenGoThroughTheFileDialogAndFollowItsDirectory) {
     EXPECT_EQ(session.frameCaption.text(), "Titron - [" + saved.toLower().toStdString() + "]");
     EXPECT_EQ(window.windowTitle(), QString::fromStdString(session.frameCaption.text()));
 
-    analyze.subFileNew();
+    analyze.newFile();
     QDir::setCurrent(startDirectory);
     // The offscreen platform doesn't hand the activation back after a dialog by itself.
     window.activateWindow();
@@ -108,7 +108,7 @@ TEST_F(QtDocumentTest, SaveAndOpenGoThroughTheFileDialogAndFollowItsDirectory) {
         QTest::keyClick(name, Qt::Key_Return);
     });
     QTest::keyClick(&nameBox(), Qt::Key_O, Qt::ControlModifier);
-    EXPECT_EQ(analyze.txtResults().text(), report + "\r\n");
+    EXPECT_EQ(analyze.resultsPane().text(), report + "\r\n");
     EXPECT_EQ(QDir::currentPath(), directory.path());
     EXPECT_EQ(session.LastDirectory, directory.path().toStdString());
 }

@@ -168,7 +168,7 @@ class QtGridViewTest : public ::testing::Test {
         window.resize(640, 480);
         auto* layout = new QVBoxLayout(&window);
         layout->addWidget(other = new QLineEdit(&window));
-        layout->addWidget(view = new QtGridView(analyze.grdData(), &window));
+        layout->addWidget(view = new QtGridView(analyze.grid(), &window));
     }
 
     void SetUp() override {
@@ -179,7 +179,7 @@ class QtGridViewTest : public ::testing::Test {
         ASSERT_TRUE(view->hasFocus());
     }
 
-    entry::Grid& grid() { return analyze.grdData(); }
+    entry::Grid& grid() { return analyze.grid(); }
     const QtGridModel& model() const { return view->gridModel(); }
     QString shown(int col, int row) const {
         return model().data(model().cellIndex(col, row)).toString();
@@ -320,16 +320,16 @@ TEST_F(QtGridViewTest, RightClickAsksForThePopupWithItsItemsSet) {
     ASSERT_EQ(session.frame.popupsOpened().size(), 1u);
     EXPECT_EQ(session.frame.popupsOpened()[0].x, at.x());
     EXPECT_EQ(session.frame.popupsOpened()[0].y, at.y());
-    EXPECT_TRUE(session.frame.item("mnuDropfill").enabled);
-    EXPECT_TRUE(session.frame.item("mnuDroppaste").enabled);
+    EXPECT_TRUE(session.frame.item(shell::MenuItem::DropFill).enabled);
+    EXPECT_TRUE(session.frame.item(shell::MenuItem::DropPaste).enabled);
     EXPECT_EQ(grid().selection(), (CellBlock{1, 1, 1, 3})); // the click left it alone
 
     drag(centreOf(1, 1), centreOf(2, 3));
     platform.clear();
     QTest::mouseClick(view->viewport(), Qt::RightButton, {}, centreOf(2, 2));
     EXPECT_EQ(session.frame.popupsOpened().size(), 2u);
-    EXPECT_FALSE(session.frame.item("mnuDropfill").enabled);
-    EXPECT_FALSE(session.frame.item("mnuDroppaste").enabled);
+    EXPECT_FALSE(session.frame.item(shell::MenuItem::DropFill).enabled);
+    EXPECT_FALSE(session.frame.item(shell::MenuItem::DropPaste).enabled);
 }
 
 TEST_F(QtGridViewTest, ClicksSelectLinesMoveTheCursorAndOpenCells) {
@@ -367,7 +367,7 @@ TEST_F(QtGridViewTest, LayoutFollowsTheGridsTwips) {
     EXPECT_NE(ordinary, view->rowHeight(2));
 
     // A row inserted above takes the taller row down with it.
-    analyze.subEditInsert();
+    analyze.editInsert();
     EXPECT_EQ(grid().rowLimit(), 101);
     EXPECT_EQ(view->rowHeight(3), qRound(dpiY / 2.0));
     EXPECT_EQ(view->rowHeight(2), ordinary);
@@ -375,7 +375,7 @@ TEST_F(QtGridViewTest, LayoutFollowsTheGridsTwips) {
 
 TEST_F(QtGridViewTest, LargestNumberedTableScrollsToItsLastRow) {
     grid().setRowLimit(32767);
-    analyze.subNumberRows();
+    analyze.numberRows();
     grid().setRowHeight(5, 720);
     moveTo(1, 32767);
     QTest::keyClick(view, Qt::Key_Up);

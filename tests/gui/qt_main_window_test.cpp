@@ -42,25 +42,26 @@ class QtMainWindowTest : public testing::QtFrameFixture {
         shell::Session headlessSession;
         documents::Analyze headless(scripted.services(), headlessSession);
         headless.load();
-        headless.txtAnalysisName().setText(name);
-        typeFourRowAssay(headless.grdData());
-        headless.subAnalyze();
-        return headless.txtResults().text();
+        headless.nameBox().setText(name);
+        typeFourRowAssay(headless.grid());
+        headless.analyze();
+        return headless.resultsPane().text();
     }
 };
 
 TEST_F(QtMainWindowTest, MenusAndToolbarShowTheFrameModel) {
-    for (const shell::MenuItem& item : session.frame.menuItems()) {
-        QAction* a = action(item.name);
-        ASSERT_NE(a, nullptr) << item.name;
-        EXPECT_EQ(a->isSeparator(), item.separator()) << item.name;
+    for (const shell::MenuEntry& item : session.frame.menuItems()) {
+        const int at = static_cast<int>(item.item);
+        QAction* a = window.menuAction(item.item);
+        ASSERT_NE(a, nullptr) << at;
+        EXPECT_EQ(a->isSeparator(), item.separator()) << at;
         if (!item.separator()) {
-            EXPECT_EQ(a->text(), QString::fromStdString(item.caption)) << item.name;
+            EXPECT_EQ(a->text(), QString::fromStdString(item.caption)) << at;
         }
         EXPECT_EQ(a->shortcut(), QKeySequence(QString::fromStdString(item.shortcut)));
-        EXPECT_EQ(a->isVisible(), item.visible) << item.name;
+        EXPECT_EQ(a->isVisible(), item.visible) << at;
         // Qt disables what it hides.
-        EXPECT_EQ(a->isEnabled(), item.usable() && item.visible) << item.name;
+        EXPECT_EQ(a->isEnabled(), item.usable() && item.visible) << at;
     }
     QStringList bar;
     for (QAction* menu : window.menuBar()->actions()) {
@@ -99,14 +100,14 @@ TEST_F(QtMainWindowTest, ViewsFollowChangesOfTheFrameModel) {
 TEST_F(QtMainWindowTest, CtrlAInTheNameBoxAnalyzesAndShowsTheReport) {
     nameBox().setFocus();
     QTest::keyClicks(&nameBox(), QStringLiteral("Spleen A"));
-    EXPECT_EQ(analyze.txtAnalysisName().text(), "Spleen A");
-    typeFourRowAssay(analyze.grdData());
+    EXPECT_EQ(analyze.nameBox().text(), "Spleen A");
+    typeFourRowAssay(analyze.grid());
 
     QTest::keyClick(&nameBox(), Qt::Key_A, Qt::ControlModifier);
 
     const std::string expected = headlessReport("Spleen A");
     EXPECT_EQ(expected.rfind(titron::testing::kSpleenReportWithoutTable, 0), 0u);
-    EXPECT_EQ(analyze.txtResults().text(), expected);
+    EXPECT_EQ(analyze.resultsPane().text(), expected);
     EXPECT_EQ(resultsPane().toPlainText(), toDisplayText(expected));
     EXPECT_TRUE(resultsPane().toPlainText().contains(QStringLiteral("1 in 11,503\n")));
     EXPECT_FALSE(nameBox().hasSelectedText());
@@ -125,7 +126,7 @@ TEST_F(QtMainWindowTest, CtrlAInTheNameBoxAnalyzesAndShowsTheReport) {
 }
 
 TEST_F(QtMainWindowTest, CtrlAInTheResultsPaneAnalyzesAndNotesTheMissingName) {
-    typeFourRowAssay(analyze.grdData());
+    typeFourRowAssay(analyze.grid());
     resultsPane().setFocus();
     ASSERT_EQ(analyze.focus(), documents::Control::Results);
 
@@ -164,8 +165,8 @@ TEST_F(QtMainWindowTest, InsertAndDeleteFollowTheGridsFocus) {
     EXPECT_EQ(analyze.focus(), documents::Control::Grid);
     EXPECT_TRUE(action("Insert")->isEnabled());
     EXPECT_TRUE(action("Delete")->isEnabled());
-    EXPECT_TRUE(action("menEditInsert")->isEnabled());
-    EXPECT_TRUE(action("menEditDelete")->isEnabled());
+    EXPECT_TRUE(window.menuAction(shell::MenuItem::EditInsert)->isEnabled());
+    EXPECT_TRUE(window.menuAction(shell::MenuItem::EditDelete)->isEnabled());
 
     whenModal([](QWidget* box) { QTest::keyClick(box, Qt::Key_Return); });
     platform.services().dialogs.messageBox({"T", "over the grid"});
@@ -180,19 +181,19 @@ TEST_F(QtMainWindowTest, InsertAndDeleteFollowTheGridsFocus) {
     EXPECT_EQ(analyze.focus(), documents::Control::AnalysisName);
     EXPECT_FALSE(action("Insert")->isEnabled());
     EXPECT_FALSE(action("Delete")->isEnabled());
-    EXPECT_FALSE(action("menEditInsert")->isEnabled());
+    EXPECT_FALSE(window.menuAction(shell::MenuItem::EditInsert)->isEnabled());
 
     resultsPane().setFocus(Qt::TabFocusReason);
     EXPECT_EQ(analyze.focus(), documents::Control::Results);
 }
 
 TEST_F(QtMainWindowTest, CtrlAInTheGridAnalyzesAndLeavesTheFocusThere) {
-    analyze.txtAnalysisName().setText("Spleen A");
-    typeFourRowAssay(analyze.grdData());
+    analyze.nameBox().setText("Spleen A");
+    typeFourRowAssay(analyze.grid());
     QtGridView& grid = *window.analyzeWindow()->gridView();
     grid.setFocus(Qt::MouseFocusReason);
     QTest::keyClick(&grid, Qt::Key_A, Qt::ControlModifier);
-    EXPECT_EQ(analyze.txtResults().text(), headlessReport("Spleen A"));
+    EXPECT_EQ(analyze.resultsPane().text(), headlessReport("Spleen A"));
     EXPECT_EQ(analyze.focus(), documents::Control::Grid);
     EXPECT_EQ(QApplication::focusWidget(), &grid);
     EXPECT_TRUE(action("Insert")->isEnabled());
@@ -201,7 +202,7 @@ TEST_F(QtMainWindowTest, CtrlAInTheGridAnalyzesAndLeavesTheFocusThere) {
 // Ctrl+Q and the close box take the same road: the exit question while the document is
 // changed, where Cancel keeps the program open.
 TEST_F(QtMainWindowTest, ClosingTheFrameAsksWhileChangedAndCancelKeepsItOpen) {
-    typeFourRowAssay(analyze.grdData());
+    typeFourRowAssay(analyze.grid());
     session.AnalysisChanged = shell::kChanged;
     QString question;
     whenModal([&](QWidget* modal) {
@@ -223,7 +224,7 @@ TEST_F(QtMainWindowTest, ClosingTheFrameAsksWhileChangedAndCancelKeepsItOpen) {
 TEST_F(QtMainWindowTest, NameBoxDropsQuotesAndCommasAndEnterGoesToTheGrid) {
     nameBox().setFocus();
     QTest::keyClicks(&nameBox(), QStringLiteral("Spleen \"A\", day 3"));
-    EXPECT_EQ(analyze.txtAnalysisName().text(), "Spleen A day 3");
+    EXPECT_EQ(analyze.nameBox().text(), "Spleen A day 3");
     QTest::keyClick(&nameBox(), Qt::Key_Return);
     EXPECT_EQ(analyze.focus(), documents::Control::Grid);
     EXPECT_EQ(window.focusWidget(), window.analyzeWindow()->gridView());
@@ -232,7 +233,7 @@ TEST_F(QtMainWindowTest, NameBoxDropsQuotesAndCommasAndEnterGoesToTheGrid) {
 TEST_F(QtMainWindowTest, PastedCommaIsPointedOutWhenTheNameLosesTheFocus) {
     nameBox().setFocus();
     nameBox().setText(QStringLiteral("Spleen, A"));
-    analyze.txtAnalysisName().setText("Spleen, A");
+    analyze.nameBox().setText("Spleen, A");
     int boxes = 0;
     QString text;
     whenModal([&](QWidget* modal) {
@@ -249,22 +250,22 @@ TEST_F(QtMainWindowTest, PastedCommaIsPointedOutWhenTheNameLosesTheFocus) {
 }
 
 TEST_F(QtMainWindowTest, NameBoxAndItsModelFollowEachOther) {
-    analyze.txtAnalysisName().setText("Bone marrow \xb5");
+    analyze.nameBox().setText("Bone marrow \xb5");
     EXPECT_EQ(nameBox().text(), QString::fromUtf8("Bone marrow \u00b5"));
 
     nameBox().setFocus();
     nameBox().selectAll();
     testing::typeCharacters(&nameBox(), QString::fromUtf8("Thymus \u20ac"));
-    EXPECT_EQ(analyze.txtAnalysisName().text(), "Thymus ?");
+    EXPECT_EQ(analyze.nameBox().text(), "Thymus ?");
     EXPECT_EQ(nameBox().text(), QStringLiteral("Thymus ?"));
 
     // Typing stops at the limit; a longer name from code is shown whole.
     nameBox().selectAll();
     QTest::keyClicks(&nameBox(), QString(documents::kNameTypedLimit + 10, QLatin1Char('x')));
-    EXPECT_EQ(analyze.txtAnalysisName().text().size(),
+    EXPECT_EQ(analyze.nameBox().text().size(),
               static_cast<std::size_t>(documents::kNameTypedLimit));
     const std::string longName(200, 'n');
-    analyze.txtAnalysisName().setText(longName);
+    analyze.nameBox().setText(longName);
     EXPECT_EQ(nameBox().text().size(), 200);
 }
 
@@ -298,7 +299,7 @@ TEST_F(QtMainWindowTest, AnalyzeStaysMaximisedAndCannotBeClosed) {
 }
 
 TEST_F(QtMainWindowTest, PopupMenuOpensAtTheGridAndRunsTheChosenBlockCommand) {
-    analyze.grdData().setCell(1, 1, "1000");
+    analyze.grid().setCell(1, 1, "1000");
     QStringList captions;
     QPoint shownAt;
     whenPopup([&](QMenu* menu) {
@@ -355,7 +356,7 @@ TEST_F(QtMainWindowTest, AboutShowsTitleBuildAndClosesWithOk) {
         }
         modal->close();
     });
-    action("menHelpAbout")->trigger();
+    window.menuAction(shell::MenuItem::HelpAbout)->trigger();
     EXPECT_EQ(title, QStringLiteral("Titron"));
     const QString shown = texts.join(QLatin1Char('\n'));
     EXPECT_TRUE(shown.contains(QStringLiteral("Version 1.1")));

@@ -96,7 +96,7 @@ TEST_F(QtStartupTest, SplashStandsWhileTheFramePlacesItselfFromTheSettings) {
     EXPECT_TRUE(window.analyzeSubWindow()->isMaximized());
     QTest::qWait(20);
     EXPECT_EQ(window.analyzeWindow()->gridView()->height(), twipsToPixelsY(1800, window));
-    EXPECT_EQ(analyze.grdData().cell(1, 0), "Cells");
+    EXPECT_EQ(analyze.grid().cell(1, 0), "Cells");
 }
 
 TEST(QtFrameWindowsDeathTest, EndProgramEndsAtOnceWithStatusOne) {

@@ -19,7 +19,7 @@ const std::string missingFile = "The Cohortrak data file is missing.\r\n\r\nExit
 TEST(ErrorReporter, MissingDataFileStopsThenUnknownFailureWarnsOnly) {
     ScriptedPlatform platform;
     ErrorReporter reporter(platform);
-    EXPECT_EQ(reporter.subReportError(53), ErrorOutcome::EndProgram);
+    EXPECT_EQ(reporter.reportError(53), ErrorOutcome::EndProgram);
     const auto& v = reporter.values();
     EXPECT_TRUE(v.ErrorTitle == "Cohortrak Error #53" && v.ErrorMessage == missingFile);
     EXPECT_TRUE(v.ErrorStyle == 16 && v.ErrorAnswer == 1 && reporter.endsProgram());
@@ -28,7 +28,7 @@ TEST(ErrorReporter, MissingDataFileStopsThenUnknownFailureWarnsOnly) {
     EXPECT_TRUE(box.title == v.ErrorTitle && box.text == missingFile);
     // Unknown failures warn and return, and must not inherit the stop kind of the last one.
     for (const int number : {9, 91}) {
-        EXPECT_EQ(reporter.subReportError(number), ErrorOutcome::Return);
+        EXPECT_EQ(reporter.reportError(number), ErrorOutcome::Return);
         EXPECT_TRUE(v.ErrorMessage == "Unexpected error." && v.ErrorStyle == 48) << number;
         EXPECT_EQ(platform.boxes().back().request.icon, Icon::Exclamation);
         EXPECT_EQ(v.ErrorTitle, "Cohortrak Error #" + std::to_string(number));
@@ -40,9 +40,9 @@ TEST(ErrorReporter, DiskFullOffersRetryByDefaultAndKeepsTheAnswer) {
     platform.queueAnswer(Answer::Retry);
     platform.queueAnswer(Answer::Cancel);
     ErrorReporter reporter(platform);
-    EXPECT_EQ(reporter.subReportError(61), ErrorOutcome::Return);
+    EXPECT_EQ(reporter.reportError(61), ErrorOutcome::Return);
     EXPECT_TRUE(reporter.values().ErrorAnswer == 4 && reporter.values().ErrorStyle == 53);
-    EXPECT_EQ(reporter.subReportError(61), ErrorOutcome::Return);
+    EXPECT_EQ(reporter.reportError(61), ErrorOutcome::Return);
     EXPECT_TRUE(reporter.values().ErrorAnswer == 2 &&
                 reporter.values().ErrorMessage == "Disk full.");
     const auto& box = platform.boxes().at(0).request;

@@ -1,4 +1,4 @@
-// The frame: its menu tree and toolbar, the enabling table, and where each click goes.
+// The frame: the enabling table, and where each click goes.
 #include "shell/main_frame.h"
 
 #include <filesystem>
@@ -14,101 +14,29 @@
 namespace titron::shell::testing {
 namespace {
 
-// name, caption, shortcut, enabled, visible, as the frame starts.
-struct ItemRow {
-    const char* name;
-    const char* caption;
-    const char* shortcut;
-    bool enabled;
-    bool visible;
-};
-
-TEST(FrameModelTest, MenuTreeStartsWithItsCaptionsShortcutsAndStates) {
-    const std::vector<ItemRow> rows{
-        {"menFile", "&File", "", true, true},
-        {"menFileNew", "&New Analysis", "Ctrl+N", true, true},
-        {"menFileOpen", "&Open/Append Analysis", "Ctrl+O", true, true},
-        {"mend11", "-", "", true, true},
-        {"menFileSave", "&Save Analysis", "Ctrl+S", true, true},
-        {"menFileCopy", "&Copy Analysis to Clipboard", "", true, true},
-        {"menFilePrint", "&Print Analysis", "Ctrl+P", true, true},
-        {"mend12", "-", "", true, true},
-        {"menFilePrintSetup", "Print Se&tup", "", true, true},
-        {"mend13", "-", "", true, true},
-        {"menFileExit", "E&xit", "Ctrl+Q", true, true},
-        {"menEdit", "&Edit", "", true, true},
-        {"menEditInsert", "&Insert Row(s)", "", false, true},
-        {"menEditDelete", "&Delete Row(s)", "", false, true},
-        {"menAnalyze", "&Analyze", "", true, true},
-        {"menAnalyzeAnalyze", "&Analyze Data", "Ctrl+A", true, true},
-        {"menAnalyzeCompare", "&Compare Analyses", "", true, true},
-        {"menAnalyzeChart", "C&hart Analysis Results", "", true, false},
-        {"menHelp", "&Help", "", true, true},
-        {"menHelpContents", "&Help Contents", "F1", true, true},
-        {"mend5", "-", "", true, true},
-        {"menHelpAbout", "&About Titron...", "", true, true},
-        {"mnuDropedit", "dropedit", "", true, false},
-        {"mnuDropcut", "Cut", "", true, true},
-        {"mnuDropcopy", "Copy", "", true, true},
-        {"mnuDroppaste", "Paste", "", true, true},
-        {"mnud6", "-", "", true, true},
-        {"mnuDropdelete", "Delete", "", true, true},
-        {"mnud7", "-", "", true, true},
-        {"mnuDropfill", "Fill", "", true, true},
-    };
-    FrameModel frame;
-    ASSERT_EQ(frame.menuItems().size(), rows.size());
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        const MenuItem& item = frame.menuItems()[i];
-        EXPECT_EQ(item.name, rows[i].name);
-        EXPECT_EQ(item.caption, rows[i].caption) << item.name;
-        EXPECT_EQ(item.shortcut, rows[i].shortcut) << item.name;
-        EXPECT_EQ(item.enabled, rows[i].enabled) << item.name;
-        EXPECT_EQ(item.visible, rows[i].visible) << item.name;
-    }
-    EXPECT_EQ(frame.item("mnuDropfill").parent, "mnuDropedit");
-    EXPECT_EQ(frame.item("menHelpAbout").parent, "menHelp");
-}
-
-TEST(FrameModelTest, ToolbarRunsLeftToRightWithItsTipsAndSeparators) {
-    FrameModel frame;
-    std::string layout;
-    for (const ToolButton& b : frame.toolButtons()) {
-        layout += b.separator() ? std::string("|") : "[" + b.key + ":" + b.toolTip + "]";
-    }
-    EXPECT_EQ(layout, "[New:New][Open:Open/Append]|[Save:Save][Copy:Copy to Clipboard]"
-                      "[Print:Print]|[Insert:Insert Row(s)][Delete:Delete Row(s)]|"
-                      "[Analyze:Analyze][Compare:Compare Analyses][Chart:Chart Analysis]|"
-                      "[Help:Help]");
-    EXPECT_FALSE(frame.button("Insert").enabled);
-    EXPECT_FALSE(frame.button("Delete").enabled);
-    EXPECT_FALSE(frame.button("Chart").visible);
-    EXPECT_FALSE(frame.button("Compare").pressed);
-}
-
 TEST(FrameModelTest, CompareActivationSwitchesItsColumnsOfTheTable) {
     FrameModel frame;
     frame.compareActivated();
-    for (const char* name :
-         {"menFileNew", "menAnalyzeAnalyze", "menAnalyzeCompare", "menAnalyzeChart"}) {
-        EXPECT_FALSE(frame.item(name).enabled) << name;
+    for (MenuItem item : {MenuItem::FileNew, MenuItem::AnalyzeAnalyze, MenuItem::AnalyzeCompare,
+                          MenuItem::AnalyzeChart}) {
+        EXPECT_FALSE(frame.item(item).enabled) << static_cast<int>(item);
     }
     for (const char* key : {"New", "Analyze", "Chart"}) {
         EXPECT_FALSE(frame.button(key).enabled) << key;
     }
-    EXPECT_TRUE(frame.item("menEditDelete").enabled);
+    EXPECT_TRUE(frame.item(MenuItem::EditDelete).enabled);
     EXPECT_TRUE(frame.button("Delete").enabled);
-    EXPECT_FALSE(frame.item("menEditInsert").enabled);
+    EXPECT_FALSE(frame.item(MenuItem::EditInsert).enabled);
     EXPECT_TRUE(frame.button("Compare").pressed);
     // The chart stays hidden even while the table switches it.
-    EXPECT_FALSE(frame.item("menAnalyzeChart").visible);
+    EXPECT_FALSE(frame.item(MenuItem::AnalyzeChart).visible);
 
     frame.compareDeactivated();
-    for (const char* name : {"menFileNew", "menAnalyzeAnalyze", "menAnalyzeCompare"}) {
-        EXPECT_TRUE(frame.item(name).enabled) << name;
+    for (MenuItem item : {MenuItem::FileNew, MenuItem::AnalyzeAnalyze, MenuItem::AnalyzeCompare}) {
+        EXPECT_TRUE(frame.item(item).enabled) << static_cast<int>(item);
     }
     EXPECT_TRUE(frame.button("New").enabled);
-    EXPECT_FALSE(frame.item("menEditDelete").enabled);
+    EXPECT_FALSE(frame.item(MenuItem::EditDelete).enabled);
     EXPECT_FALSE(frame.button("Delete").enabled);
     EXPECT_FALSE(frame.button("Compare").pressed);
 }
@@ -130,22 +58,22 @@ class MainFrameTest : public documents::testing::AnalyzeFixture {
 
 TEST_F(MainFrameTest, MenuItemAndToolbarButtonRunTheSameAnalysis) {
     typeFourRowExample();
-    main.menuClick("menAnalyzeAnalyze");
+    main.menuClick(MenuItem::AnalyzeAnalyze);
     const std::string report = pane();
     ASSERT_NE(report.find("1 in 11,503"), std::string::npos);
-    analyze.txtResults().setText(documents::kEmptyResults);
+    analyze.resultsPane().setText(documents::kEmptyResults);
     main.toolbarClick("Analyze");
     EXPECT_EQ(pane(), report);
 }
 
 TEST_F(MainFrameTest, DisabledAndHiddenCommandsDoNothing) {
     type({{"5", "", "", ""}, {"6", "", "", ""}});
-    analyze.grdData().userMoveTo(1, 1);
-    main.menuClick("menEditDelete"); // off until the grid has the focus
+    analyze.grid().userMoveTo(1, 1);
+    main.menuClick(MenuItem::EditDelete); // off until the grid has the focus
     main.toolbarClick("Insert");
     EXPECT_EQ(cell(1, 1), "5");
-    for (const char* name : {"menAnalyzeChart", "no such item", "mend11"}) {
-        main.menuClick(name);
+    for (MenuItem item : {MenuItem::AnalyzeChart, MenuItem::FileSeparator1, MenuItem::DropEdit}) {
+        main.menuClick(item);
     }
     main.toolbarClick("Chart");
     EXPECT_TRUE(log.empty());
@@ -160,14 +88,14 @@ TEST_F(MainFrameTest, DisabledAndHiddenCommandsDoNothing) {
 
 TEST_F(MainFrameTest, PopupItemsReachTheBlockCommands) {
     type({{"42", "", "", ""}});
-    analyze.grdData().userSelect({1, 1, 1, 3});
-    analyze.grdData().userRightClick(1, 1, 1, 0, 0);
-    main.menuClick("mnuDropfill");
+    analyze.grid().userSelect({1, 1, 1, 3});
+    analyze.grid().userRightClick(1, 1, 1, 0, 0);
+    main.menuClick(MenuItem::DropFill);
     EXPECT_EQ(cell(1, 3), "42");
-    analyze.grdData().userSelect({1, 1, 2, 3});
-    analyze.grdData().userRightClick(1, 1, 1, 0, 0);
-    analyze.grdData().setCell(1, 1, "7");
-    main.menuClick("mnuDropfill"); // two columns: Fill is off
+    analyze.grid().userSelect({1, 1, 2, 3});
+    analyze.grid().userRightClick(1, 1, 1, 0, 0);
+    analyze.grid().setCell(1, 1, "7");
+    main.menuClick(MenuItem::DropFill); // two columns: Fill is off
     EXPECT_EQ(cell(1, 3), "42");
 }
 
@@ -179,30 +107,30 @@ TEST_F(MainFrameTest, HelpOpensTheFileBesideTheProgramOrSaysWhereItLooked) {
     EXPECT_TRUE(log.empty());
 
     std::ofstream(directory / "TITRO.HLP") << "help";
-    main.menuClick("menHelpContents");
+    main.menuClick(MenuItem::HelpContents);
     EXPECT_EQ(log, (std::vector<std::string>{"open " + dir() + "/TITRO.HLP"}));
     EXPECT_EQ(boxes().size(), 1u);
 
     windows.desktopOpens = false;
-    main.menuClick("menHelpContents");
+    main.menuClick(MenuItem::HelpContents);
     ASSERT_EQ(boxes().size(), 2u);
     EXPECT_NE(boxes()[1].request.text.find(dir() + "/TITRO.HLP"), std::string::npos);
 }
 
 TEST_F(MainFrameTest, AboutAndExitGoToTheirWindows) {
-    main.menuClick("menHelpAbout");
-    main.menuClick("menFileExit");
+    main.menuClick(MenuItem::HelpAbout);
+    main.menuClick(MenuItem::FileExit);
     EXPECT_EQ(log, (std::vector<std::string>{"about", "close frame"}));
 }
 
 TEST_F(MainFrameTest, FileCommandsReachTheDocumentAndPrintSetupTheFramesDialog) {
     typeFourRowExample();
     platform.queueFileChoice(path("menu.tna"));
-    main.menuClick("menFileSave");
+    main.menuClick(MenuItem::FileSave);
     EXPECT_TRUE(std::filesystem::exists(path("menu.tna")));
     main.toolbarClick("Copy");
     EXPECT_NE(platform.text().find("30000\t22"), std::string::npos);
-    main.menuClick("menFilePrintSetup");
+    main.menuClick(MenuItem::FilePrintSetup);
     EXPECT_EQ(platform.transcript().back(), "printer dialog flags 64 -> cancelled");
     main.toolbarClick("New");
     EXPECT_EQ(cell(1, 1), "");
@@ -215,11 +143,11 @@ TEST_F(MainFrameTest, FileGivenAtStartOpensAsOpenWouldAndAMissingOneGetsTheLoadi
     writeFile("given.tna", "Analysis Name: Given\r\n\r\n1000\t2\t24\r\n");
     std::filesystem::current_path(directory);
     main.openGivenFile("./sub/../given.tna");
-    EXPECT_EQ(analyze.txtAnalysisName().text(), "Given");
+    EXPECT_EQ(analyze.nameBox().text(), "Given");
     EXPECT_EQ(cell(1, 1), "1000");
     EXPECT_EQ(session.AnalysisFile, path("given.tna"));
     EXPECT_EQ(session.frameCaption.text(), "Titron - [" + lowerCase(path("given.tna")) + "]");
-    EXPECT_EQ(analyze.CMDialog().fileName, path("given.tna"));
+    EXPECT_EQ(analyze.commonDialog().fileName, path("given.tna"));
     EXPECT_EQ(session.AnalysisChanged, kUnchanged);
     EXPECT_TRUE(boxes().empty());
 
@@ -230,12 +158,12 @@ TEST_F(MainFrameTest, FileGivenAtStartOpensAsOpenWouldAndAMissingOneGetsTheLoadi
 
 TEST_F(MainFrameTest, ExitAsksWhileChangedAndEachAnswerDecides) {
     EXPECT_TRUE(main.queryClose()); // a new document: nothing to ask
-    analyze.txtAnalysisName().setText("Only named");
+    analyze.nameBox().setText("Only named");
     EXPECT_TRUE(main.queryClose()); // naming an empty document changes nothing
     EXPECT_TRUE(boxes().empty());
 
     typeFourRowExample();
-    analyze.subAnalyze();
+    analyze.analyze();
     platform.clearTranscript();
     platform.queueAnswer(platform::Answer::Cancel);
     EXPECT_FALSE(main.queryClose());
@@ -254,10 +182,10 @@ TEST_F(MainFrameTest, ExitAsksWhileChangedAndEachAnswerDecides) {
 
 TEST_F(MainFrameTest, CompareQuestionGoesOnWhateverBecameOfTheSave) {
     typeFourRowExample();
-    analyze.subAnalyze();
+    analyze.analyze();
     platform.clearTranscript();
     platform.queueAnswer(platform::Answer::Cancel);
-    main.menuClick("menAnalyzeCompare");
+    main.menuClick(MenuItem::AnalyzeCompare);
     EXPECT_FALSE(main.compareVisible());
     EXPECT_TRUE(log.empty());
     platform.queueAnswer(platform::Answer::Yes); // and the save dialog is cancelled
@@ -272,32 +200,32 @@ TEST_F(MainFrameTest, CompareQuestionGoesOnWhateverBecameOfTheSave) {
 // the button brings Analyze back with the focus in the name box.
 TEST_F(MainFrameTest, CompareButtonTogglesAndRoutesTheFileCommands) {
     typeFourRowExample();
-    analyze.txtAnalysisName().setText("Spleen A");
-    analyze.subAnalyze();
+    analyze.nameBox().setText("Spleen A");
+    analyze.analyze();
     std::filesystem::current_path(directory);
     session.LastDirectory = directory.string();
     platform.queueFileChoice(path("spleen.tna"));
-    main.menuClick("menFileSave");
+    main.menuClick(MenuItem::FileSave);
     analyze.setFocus(documents::Control::Grid);
 
     main.toolbarClick("Compare");
     ASSERT_TRUE(main.compareVisible());
-    EXPECT_EQ(compare.grdData().dataRowCount(), 1);
+    EXPECT_EQ(compare.grid().dataRowCount(), 1);
     EXPECT_EQ(session.frameCaption.text(), comparison::kCompareCaption);
     EXPECT_TRUE(session.frame.button("Compare").pressed);
-    main.menuClick("menAnalyzeAnalyze");
+    main.menuClick(MenuItem::AnalyzeAnalyze);
     main.toolbarClick("New");
     EXPECT_EQ(cell(1, 1), "1000");
     platform.queueFileChoice(path("spleen.tna"));
-    main.menuClick("menFileOpen"); // adds a second row to the comparison
-    EXPECT_EQ(compare.grdData().dataRowCount(), 2);
+    main.menuClick(MenuItem::FileOpen); // adds a second row to the comparison
+    EXPECT_EQ(compare.grid().dataRowCount(), 2);
     platform.queueFileChoice(path("both.tnc"));
-    main.menuClick("menFileSave");
+    main.menuClick(MenuItem::FileSave);
     EXPECT_NE(readFile("both.tnc").find("Comparison Row:"), std::string::npos);
 
     main.toolbarClick("Compare");
     EXPECT_FALSE(main.compareVisible());
-    EXPECT_EQ(compare.grdData().dataRowCount(), 0);
+    EXPECT_EQ(compare.grid().dataRowCount(), 0);
     EXPECT_EQ(analyze.focus(), documents::Control::AnalysisName);
     EXPECT_EQ(session.frameCaption.text(), "Titron - [" + lowerCase(path("spleen.tna")) + "]");
     EXPECT_EQ(log, (std::vector<std::string>{"show compare", "hide compare"}));

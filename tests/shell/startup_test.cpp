@@ -61,10 +61,10 @@ TEST_F(StartupTest, StepsRunInOrderAndLeaveANewDocument) {
                                  "wait 3000", "close splash", "events", "normal"}));
     EXPECT_EQ(session.HelpFile, "TITRO.HLP");
     EXPECT_EQ(std::filesystem::path(session.LastDirectory), std::filesystem::current_path());
-    EXPECT_EQ(analyze.grdData().cell(2, 0), "Responses");
-    EXPECT_EQ(analyze.grdData().cell(0, 100), "100");
-    EXPECT_EQ(analyze.txtResults().text(), documents::kEmptyResults);
-    EXPECT_EQ(analyze.txtAnalysisName().text(), "");
+    EXPECT_EQ(analyze.grid().cell(2, 0), "Responses");
+    EXPECT_EQ(analyze.grid().cell(0, 100), "100");
+    EXPECT_EQ(analyze.resultsPane().text(), documents::kEmptyResults);
+    EXPECT_EQ(analyze.nameBox().text(), "");
     EXPECT_EQ(session.AnalysisChanged, kUnchanged);
     EXPECT_EQ(session.AnalysisFile, "");
     EXPECT_TRUE(platform.boxes().empty());
@@ -76,9 +76,9 @@ TEST_F(StartupTest, SettingsFileOverlaysTheDefaultsBeforeTheFrameIsPlaced) {
                   "700,0,0,0,0\r\n3000\r\n0,0\r\n");
     EXPECT_EQ(startup.run(), StartupOutcome::Ready);
     EXPECT_EQ(platform.log[3], "place 2 20 10 5000 8000");
-    EXPECT_EQ(analyze.grdData().cell(0, 0), "No.");
-    EXPECT_EQ(analyze.grdData().cell(1, 0), "Dose, cells");
-    EXPECT_EQ(analyze.grdData().colWidth(0), 700);
+    EXPECT_EQ(analyze.grid().cell(0, 0), "No.");
+    EXPECT_EQ(analyze.grid().cell(1, 0), "Dose, cells");
+    EXPECT_EQ(analyze.grid().colWidth(0), 700);
     EXPECT_EQ(analyze.gridHeight(), 3000);
     EXPECT_FALSE(session.settings.ConfirmInsert);
     EXPECT_FALSE(session.settings.ConfirmDelete);

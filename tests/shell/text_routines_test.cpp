@@ -9,18 +9,18 @@
 #include <string>
 
 using titron::platform::Failure;
-using titron::shell::fnCloseTabs;
-using titron::shell::fnRemoveChar;
-using titron::shell::fnReplaceText;
+using titron::shell::closeTabs;
+using titron::shell::removeChar;
+using titron::shell::replaceText;
 
 namespace {
 
 std::string replaced(std::string text, std::string_view find, std::string_view replace) {
-    return fnReplaceText(text, find, replace);
+    return replaceText(text, find, replace);
 }
 
 std::string closed(std::string text) {
-    return fnCloseTabs(text);
+    return closeTabs(text);
 }
 
 // The failure number that call throws, 0 when it returns.
@@ -35,14 +35,14 @@ template <class Call> int failureOf(Call&& call) {
 
 } // namespace
 
-TEST(FnReplaceTextTest, ClosesRunsAndWidensAsTheCallersUseIt) {
+TEST(ReplaceTextTest, ClosesRunsAndWidensAsTheCallersUseIt) {
     EXPECT_EQ(replaced("\t\t\t\t\t", "\t\t", "\t"), "\t");
     EXPECT_EQ(replaced("a,b,c", ",", " "), "a b c");
     EXPECT_EQ(replaced("\t\t\t", "\t", "\t\t"), std::string(6, '\t'));
     EXPECT_EQ(replaced("no match", "\t", "\t\t"), "no match");
 }
 
-TEST(FnReplaceTextTest, RejectsEmptyFindAndOverlongArguments) {
+TEST(ReplaceTextTest, RejectsEmptyFindAndOverlongArguments) {
     const std::string tooLong(32768, 'x');
     EXPECT_EQ(failureOf([] { replaced("abc", "", "x"); }), 5);
     EXPECT_EQ(failureOf([&] { replaced("abc", tooLong, "x"); }), 6);
@@ -50,20 +50,20 @@ TEST(FnReplaceTextTest, RejectsEmptyFindAndOverlongArguments) {
     EXPECT_EQ(replaced("ab", "b", std::string(32767, 'y')).size(), 32768u);
 }
 
-TEST(FnReplaceTextTest, SearchStartBelowOneFailsAfterTheReplacementIsMade) {
+TEST(ReplaceTextTest, SearchStartBelowOneFailsAfterTheReplacementIsMade) {
     // "abc" by "" at p = 1 gives the start 1 + 0 - 3 + 1 = -1.
     std::string text = "abcz";
-    EXPECT_EQ(failureOf([&] { fnReplaceText(text, "abc", ""); }), 5);
+    EXPECT_EQ(failureOf([&] { replaceText(text, "abc", ""); }), 5);
     EXPECT_EQ(text, "z");
 }
 
-TEST(FnReplaceTextTest, FindMayViewTheTextItself) {
+TEST(ReplaceTextTest, FindMayViewTheTextItself) {
     std::string text = "a-a-a";
-    fnReplaceText(text, std::string_view(text).substr(0, 1), "bb");
+    replaceText(text, std::string_view(text).substr(0, 1), "bb");
     EXPECT_EQ(text, "bb-bb-bb");
 }
 
-TEST(FnCloseTabsTest, HeadingRowLosesOnlyThePairAfterTheLongCell) {
+TEST(CloseTabsTest, HeadingRowLosesOnlyThePairAfterTheLongCell) {
     // Pairs at 4, 10 (marks 1, 4: short), 21 (mark 10: 11 > 9, one tab goes), 27 (mark 20).
     EXPECT_EQ(closed("Row\t\tDose\t\tResponses\t\tTested\t\tComments\r\n"),
               "Row\t\tDose\t\tResponses\tTested\t\tComments\r\n");
@@ -71,12 +71,12 @@ TEST(FnCloseTabsTest, HeadingRowLosesOnlyThePairAfterTheLongCell) {
     EXPECT_EQ(closed(""), "");
 }
 
-TEST(FnCloseTabsTest, FirstPairOfALaterLineKeepsBothTabs) {
+TEST(CloseTabsTest, FirstPairOfALaterLineKeepsBothTabs) {
     // The pair at 19 (cell of 10) follows a line end: m becomes 22 + 2, and 19 - 24 < 0.
     EXPECT_EQ(closed("ab\t\tcd\r\nlongcell12\t\tx\r\n"), "ab\t\tcd\r\nlongcell12\t\tx\r\n");
 }
 
-TEST(FnCloseTabsTest, LastLineWithoutLineEndClosesPairsAboveEleven) {
+TEST(CloseTabsTest, LastLineWithoutLineEndClosesPairsAboveEleven) {
     // Without the final CR LF, m becomes 2: the pair at 10 keeps (10 - 2 = 8), the one at 14 loses.
     EXPECT_EQ(closed("ab\t\tcd\r\nx\t\tyy\t\tz"), "ab\t\tcd\r\nx\t\tyy\tz");
     EXPECT_EQ(closed("ab\t\tcd\r\nx\t\tyy\t\tz\r\n"), "ab\t\tcd\r\nx\t\tyy\t\tz\r\n");
@@ -84,12 +84,12 @@ TEST(FnCloseTabsTest, LastLineWithoutLineEndClosesPairsAboveEleven) {
 
 TEST(TextHelpersTest, RemoveLowerAndTrim) {
     std::string text = " 1 2 ";
-    EXPECT_EQ(fnRemoveChar(text, 32), "12");
+    EXPECT_EQ(removeChar(text, 32), "12");
     text = "abc";
-    EXPECT_EQ(fnRemoveChar(text, 32), "abc");
-    EXPECT_EQ(fnRemoveChar(text, 300), "abc");
+    EXPECT_EQ(removeChar(text, 32), "abc");
+    EXPECT_EQ(removeChar(text, 300), "abc");
     text = "\xE9x\xE9"; // a Latin-1 code above 127
-    EXPECT_EQ(fnRemoveChar(text, 0xE9), "x");
+    EXPECT_EQ(removeChar(text, 0xE9), "x");
 
     EXPECT_EQ(titron::shell::lowerCase("AbZ@[\xC0\xD7\xDE\xDF"), "abz@[\xE0\xD7\xFE\xDF");
     EXPECT_EQ(titron::shell::trimSpaces("  a b \t "), "a b \t");
