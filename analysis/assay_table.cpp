@@ -1,14 +1,14 @@
 #include "analysis/assay_table.h"
 
 #include "analysis/checked_math.h"
-#include "analysis/number_text.h"
-#include "shell/text_routines.h"
+#include "vocabulary/number_text.h"
+#include "vocabulary/text_routines.h"
 
 namespace titron::analysis {
 
 double readAssayCell(std::string& work, int column) {
-    shell::removeChar(work, 32);
-    double value = strictNumber(work);
+    vocabulary::removeChar(work, 32);
+    double value = vocabulary::strictNumber(work);
     if (column == kResponsesColumn && value == 0.0 && work != "0") {
         value = -1.0;
     }
@@ -21,28 +21,28 @@ const char* const kIntegersMessage = "The values for Responses and Tested must b
 
 std::optional<CheckFailure> checkRow(const AssayRow& r, int row) {
     if (r.dose <= 0.0) {
-        return CheckFailure{"INVALID DOSE", "Invalid Dose: " + generalNumber(r.dose), kDoseColumn,
+        return CheckFailure{"INVALID DOSE", "Invalid Dose: " + vocabulary::generalNumber(r.dose), kDoseColumn,
                             row};
     }
     if (r.responses < 0.0) {
         return CheckFailure{"INVALID RESPONSES", "Invalid Responses:  Empty", kResponsesColumn,
                             row};
     }
-    if (!isWholeNumber(r.responses)) {
+    if (!vocabulary::isWholeNumber(r.responses)) {
         return CheckFailure{"INVALID RESPONSES", kIntegersMessage, kResponsesColumn, row};
     }
     if (r.tested <= 0.0) {
         return CheckFailure{"INVALID NUMBER TESTED",
-                            "Invalid Number Tested: " + generalNumber(r.tested), kTestedColumn,
+                            "Invalid Number Tested: " + vocabulary::generalNumber(r.tested), kTestedColumn,
                             row};
     }
-    if (!isWholeNumber(r.tested)) {
+    if (!vocabulary::isWholeNumber(r.tested)) {
         return CheckFailure{"INVALID NUMBER TESTED", kIntegersMessage, kTestedColumn, row};
     }
     if (r.responses > r.tested) {
         return CheckFailure{"INVALID RESPONSES/NUMBER TESTED",
                             "Responses is greater than Number Tested:\r\n\r\n" +
-                                generalNumber(r.responses) + " > " + generalNumber(r.tested),
+                                vocabulary::generalNumber(r.responses) + " > " + vocabulary::generalNumber(r.tested),
                             kResponsesColumn, row};
     }
     return std::nullopt;

@@ -2,12 +2,12 @@
 
 #include <cmath>
 
-#include "platform/failure.h"
+#include "vocabulary/failure.h"
 
 namespace titron::analysis::checked {
 
-using platform::Failure;
-namespace failure = platform::failure;
+using vocabulary::Failure;
+namespace failure = vocabulary::failure;
 
 double finite(double x) {
     if (!std::isfinite(x)) {

@@ -1,5 +1,5 @@
 // Arithmetic that fails the way the analysis reports failures: a result out of range or
-// an undefined operation throws platform::Failure with its failure number instead of
+// an undefined operation throws vocabulary::Failure with its failure number instead of
 // producing an infinity or a NaN that would print as a figure.
 #pragma once
 

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "analysis/checked_math.h"
-#include "platform/failure.h"
+#include "vocabulary/failure.h"
 
 namespace titron::analysis {
 
@@ -17,7 +17,7 @@ constexpr double kDevianceCap = 9999.0;
 
 std::int32_t nextPassCount(std::int32_t iterations) {
     if (iterations == INT32_MAX) {
-        throw platform::Failure(platform::failure::Overflow);
+        throw vocabulary::Failure(vocabulary::failure::Overflow);
     }
     return iterations + 1;
 }

@@ -30,7 +30,7 @@ struct Estimate {
 inline constexpr std::int32_t kPassesPerRound = 20;
 
 // Runs the estimator on a checked table (see checkAssay). Arithmetic failures throw
-// platform::Failure with their failure number.
+// vocabulary::Failure with their failure number.
 Estimate estimateLogProportion(const AssayTable& table, const MorePassesQuestion& askMorePasses);
 
 } // namespace titron::analysis

@@ -37,7 +37,7 @@ struct Figures {
 };
 
 // Works out the figures from the estimate of a table of `rows` rows. Arithmetic failures
-// (an upper limit that overflows, for one) throw platform::Failure.
+// (an upper limit that overflows, for one) throw vocabulary::Failure.
 Figures computeFigures(const Estimate& estimate, int rows);
 
 } // namespace titron::analysis

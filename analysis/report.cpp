@@ -3,8 +3,8 @@
 #include <cmath>
 
 #include "analysis/checked_math.h"
-#include "analysis/number_mask.h"
-#include "shell/text_routines.h"
+#include "vocabulary/number_mask.h"
+#include "vocabulary/text_routines.h"
 
 namespace titron::analysis {
 
@@ -15,7 +15,7 @@ std::string blanks(int count) {
 }
 
 std::string frequency(double proportion) {
-    return formatMask(checked::divide(1.0, proportion), "###,###");
+    return vocabulary::formatMask(checked::divide(1.0, proportion), "###,###");
 }
 
 // A line with a proportion and its frequency. The label widths differ, so each line
@@ -24,7 +24,7 @@ std::string proportionLine(std::string_view label, int gap, double proportion,
                            std::string_view frequencyLabel, int frequencyGap) {
     std::string line(label);
     line += blanks(gap);
-    line += formatMask(proportion, "0.0000000");
+    line += vocabulary::formatMask(proportion, "0.0000000");
     line += blanks(5);
     line += frequencyLabel;
     line += blanks(frequencyGap);
@@ -40,7 +40,7 @@ std::string pValueText(const std::optional<double>& p) {
     if (*p < 0.001) {
         return "< 0.001";
     }
-    return formatMask(*p, "0.0000");
+    return vocabulary::formatMask(*p, "0.0000");
 }
 
 // Blanks that keep the decimal point of a value in its column as the value grows.
@@ -59,7 +59,7 @@ int shrinkingGap(int base, double value, double firstStep, double secondStep) {
 
 std::string fileLine(std::string_view analysisFile) {
     std::string line = "Titron Analysis File: [";
-    line += shell::lowerCase(analysisFile);
+    line += vocabulary::lowerCase(analysisFile);
     line += "]";
     line += kLineEnd;
     line += kLineEnd;
@@ -96,8 +96,8 @@ std::string reportText(const Figures& f, std::string_view name, std::string_view
         --logGap;
     }
     logGap = shrinkingGap(logGap, std::fabs(b), 10.0, 100.0);
-    text += "    Log Proportion: " + blanks(logGap) + formatMask(b, "##0.00000") + blanks(7) +
-            "S.E. of Log Prop.:" + blanks(3) + formatMask(f.se, "#0.0000");
+    text += "    Log Proportion: " + blanks(logGap) + vocabulary::formatMask(b, "##0.00000") + blanks(7) +
+            "S.E. of Log Prop.:" + blanks(3) + vocabulary::formatMask(f.se, "#0.0000");
 
     if (f.inconsistentWithModel) {
         text += crlf + crlf + "WARNING:  DATA IS INCONSISTENT WITH THE MODEL.";
@@ -106,10 +106,10 @@ std::string reportText(const Figures& f, std::string_view name, std::string_view
     if (f.hasTests) {
         text += crlf + crlf + "  Test for internal inconsistency in the assay" + crlf;
         text += "    Chi-square (Pearson):" + blanks(shrinkingGap(5, f.pearsonChi, 10.0, 100.0)) +
-                formatMask(f.pearsonChi, "##0.000") + blanks(9) + "p-value:" + blanks(13) +
+                vocabulary::formatMask(f.pearsonChi, "##0.000") + blanks(9) + "p-value:" + blanks(13) +
                 pValueText(f.pearsonP) + crlf;
         text += "    Chi-square (Deviance):" + blanks(shrinkingGap(4, f.deviance, 10.0, 100.0)) +
-                formatMask(f.deviance, "##0.000") + blanks(9) + "p-value:" + blanks(13) +
+                vocabulary::formatMask(f.deviance, "##0.000") + blanks(9) + "p-value:" + blanks(13) +
                 pValueText(f.devianceP) + crlf;
         int dfGap = 7;
         if (f.rows > 10) {

@@ -12,7 +12,7 @@
 #include "platform/qt/qt_main_window.h"
 #include "platform/qt/qt_platform.h"
 #include "shell/main_frame.h"
-#include "shell/session.h"
+#include "session/session.h"
 #include "shell/startup.h"
 
 int main(int argc, char* argv[]) {
@@ -22,7 +22,7 @@ int main(int argc, char* argv[]) {
     QApplication::setWindowIcon(
         QIcon::fromTheme(QStringLiteral("titron"), QIcon(QStringLiteral(":/titron.png"))));
     qt::QtPlatform platform;
-    shell::Session session;
+    session::Session session;
     documents::Analyze analyze(platform.services(), session);
     comparison::Compare compare(platform.services(), session);
     qt::QtMainWindow window(session, analyze, compare);

@@ -11,7 +11,7 @@
 #include "bench/bench_support.h"
 #include "documents/analyze.h"
 #include "platform/scripted_platform.h"
-#include "shell/session.h"
+#include "session/session.h"
 
 namespace {
 
@@ -23,7 +23,7 @@ constexpr unsigned kSeed = 20261123;
 // One document holding the geometric assay of the given number of rows.
 struct Document {
     titron::platform::ScriptedPlatform platform;
-    titron::shell::Session session;
+    titron::session::Session session;
     Analyze analyze{platform.services(), session};
     bool usable = false; // some rows respond, not all of them
 

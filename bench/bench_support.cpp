@@ -16,7 +16,7 @@
 
 #include "documents/analyze.h"
 #include "platform/scripted_platform.h"
-#include "shell/session.h"
+#include "session/session.h"
 
 extern char** environ;
 
@@ -90,7 +90,7 @@ std::vector<std::string> makeReportFiles(const std::filesystem::path& directory,
     std::vector<std::string> files;
     for (int i = 1; i <= count; ++i) {
         platform::ScriptedPlatform platform;
-        shell::Session session;
+        session::Session session;
         documents::Analyze analyze(platform.services(), session);
         analyze.load();
         const std::vector<AssayRowData> rows = geometricAssay(4, static_cast<unsigned>(i));

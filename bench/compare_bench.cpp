@@ -10,7 +10,7 @@
 #include "bench/bench_support.h"
 #include "comparison/compare.h"
 #include "platform/scripted_platform.h"
-#include "shell/session.h"
+#include "session/session.h"
 
 namespace {
 
@@ -30,7 +30,7 @@ void enterCompare(benchmark::State& state) {
     const std::filesystem::path previous = std::filesystem::current_path();
     std::filesystem::current_path(directory);
     titron::platform::ScriptedPlatform platform;
-    titron::shell::Session session;
+    titron::session::Session session;
     session.LastDirectory = directory.string();
     titron::comparison::Compare compare(platform.services(), session);
     for (auto _ : state) {

@@ -15,7 +15,7 @@
 #include "bench/bench_support.h"
 #include "documents/analyze.h"
 #include "platform/scripted_platform.h"
-#include "shell/session.h"
+#include "session/session.h"
 
 namespace {
 
@@ -55,7 +55,7 @@ const std::string& rowsFile() {
 // A new window's document, as the program makes it, with the file opened into it.
 struct Document {
     titron::platform::ScriptedPlatform platform;
-    titron::shell::Session session;
+    titron::session::Session session;
     Analyze analyze{platform.services(), session};
     LoadOutcome outcome;
 

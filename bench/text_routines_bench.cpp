@@ -10,12 +10,12 @@
 #include <string>
 
 #include "bench/bench_support.h"
-#include "shell/text_routines.h"
+#include "vocabulary/text_routines.h"
 
 namespace {
 
-using titron::shell::closeTabs;
-using titron::shell::replaceText;
+using titron::vocabulary::closeTabs;
+using titron::vocabulary::replaceText;
 
 constexpr int kRows = 30000;
 constexpr unsigned kSeed = 20261125;

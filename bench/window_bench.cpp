@@ -19,7 +19,7 @@
 #include "platform/qt/qt_main_window.h"
 #include "platform/qt/qt_platform.h"
 #include "shell/main_frame.h"
-#include "shell/session.h"
+#include "session/session.h"
 #include "shell/startup.h"
 
 namespace {
@@ -35,7 +35,7 @@ struct Program {
         window.setMain(frame);
     }
     qt::QtPlatform platform;
-    shell::Session session;
+    session::Session session;
     documents::Analyze analyze;
     comparison::Compare compare;
     qt::QtMainWindow window;

@@ -3,15 +3,15 @@
 #include <algorithm>
 #include <array>
 
-#include "analysis/number_mask.h"
-#include "analysis/number_text.h"
+#include "vocabulary/number_mask.h"
+#include "vocabulary/number_text.h"
 #include "analysis/report.h"
 #include "comparison/compare_rows.h"
 #include "comparison/comparison_report.h"
 #include "comparison/saved_analysis.h"
 #include "entry/key_codes.h"
-#include "platform/failure.h"
-#include "shell/text_routines.h"
+#include "vocabulary/failure.h"
+#include "vocabulary/text_routines.h"
 
 namespace titron::comparison {
 
@@ -45,7 +45,7 @@ constexpr int kDonePauseMs = 500;
 
 } // namespace
 
-Compare::Compare(platform::Platform& platform, shell::Session& session)
+Compare::Compare(platform::Platform& platform, session::Session& session)
     : m_platform(platform), m_session(session), m_grid(kCompareColumns, kStartRows) {
     m_grid.events().leavingCell = [this](int, int row, int, int newRow, bool&) {
         onLeavingCell(row, newRow);
@@ -122,13 +122,13 @@ void Compare::deactivate() {
 // system lists them. A file that can't be read or holds no results is passed over; the
 // table grows past its first hundred rows as far as the files go.
 void Compare::scan() {
-    const std::string directory = shell::lowerCase(m_session.LastDirectory) + "/";
+    const std::string directory = vocabulary::lowerCase(m_session.LastDirectory) + "/";
     int row = 0;
     for (const std::string& name : m_platform.files.list("*.tna")) {
         std::string text;
         try {
             text = m_platform.files.readAll(name);
-        } catch (const platform::Failure&) {
+        } catch (const vocabulary::Failure&) {
             continue;
         }
         if (row == entry::Grid::kMaxRowLimit) {
@@ -155,9 +155,9 @@ bool Compare::writeRow(int row, const std::string& fileCell, const std::string& 
     m_grid.setCell(column::File, row, fileCell);
     m_grid.setCell(column::Name, row, saved->name);
     m_grid.setCell(column::LogProportion, row,
-                   analysis::formatMask(saved->logProportion, "##0.00000"));
+                   vocabulary::formatMask(saved->logProportion, "##0.00000"));
     m_grid.setCell(column::StandardError, row,
-                   analysis::formatMask(saved->standardError, "##0.0000"));
+                   vocabulary::formatMask(saved->standardError, "##0.0000"));
     return true;
 }
 
@@ -216,7 +216,7 @@ AddOutcome Compare::appendRow(const std::string& path) {
     std::string text;
     try {
         text = m_platform.files.readAll(path);
-    } catch (const platform::Failure&) {
+    } catch (const vocabulary::Failure&) {
         return AddOutcome::Unreadable;
     }
     if (!readSavedAnalysis(text)) {
@@ -232,7 +232,7 @@ AddOutcome Compare::appendRow(const std::string& path) {
         m_grid.addressCell(1, 1);
         m_grid.activate();
     }
-    writeRow(row, shell::lowerCase(path), text);
+    writeRow(row, vocabulary::lowerCase(path), text);
     return AddOutcome::Added;
 }
 
@@ -334,7 +334,7 @@ bool Compare::writeComparison(const std::string& path) {
     try {
         m_platform.files.writeAll(path, buildReport(m_grid) + std::string(analysis::kLineEnd));
         return true;
-    } catch (const platform::Failure&) {
+    } catch (const vocabulary::Failure&) {
         return false;
     }
 }
@@ -356,7 +356,7 @@ void Compare::printFile() {
     printer.setFontSize(10);
     printer.setEmphasis(false);
     const platform::CalendarDate today = m_platform.clock.today();
-    printer.printText(analysis::formatLongDate(today.year, today.month, today.day) + lineEnd +
+    printer.printText(vocabulary::formatLongDate(today.year, today.month, today.day) + lineEnd +
                       lineEnd + lineEnd);
     printer.setFontName("Courier New");
     printer.printText(buildReport(m_grid));

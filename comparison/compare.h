@@ -10,7 +10,7 @@
 #include "entry/grid.h"
 #include "platform/common_dialog.h"
 #include "platform/platform.h"
-#include "shell/session.h"
+#include "session/session.h"
 
 namespace titron::comparison {
 
@@ -22,7 +22,7 @@ inline constexpr const char* kCompareCaption = "Titron - Comparisons of the Rati
 
 class Compare {
   public:
-    Compare(platform::Platform& platform, shell::Session& session);
+    Compare(platform::Platform& platform, session::Session& session);
     Compare(const Compare&) = delete;
     Compare& operator=(const Compare&) = delete;
 
@@ -82,7 +82,7 @@ class Compare {
     void onKeyDown(int keyCode);
 
     platform::Platform& m_platform;
-    shell::Session& m_session;
+    session::Session& m_session;
     entry::Grid m_grid;
     platform::CommonDialog m_dialog;
     std::string m_savedCaption;

@@ -6,11 +6,11 @@
 #include <string>
 
 #include "analysis/checked_math.h"
-#include "analysis/number_mask.h"
-#include "analysis/number_text.h"
+#include "vocabulary/number_mask.h"
+#include "vocabulary/number_text.h"
 #include "analysis/tail_probability.h"
 #include "entry/grid.h"
-#include "platform/failure.h"
+#include "vocabulary/failure.h"
 
 namespace titron::comparison {
 
@@ -31,9 +31,9 @@ struct LogFigures {
 
 std::optional<LogFigures> readRow(const entry::Grid& grid, int row) {
     try {
-        return LogFigures{analysis::strictNumber(grid.cell(column::LogProportion, row)),
-                          analysis::strictNumber(grid.cell(column::StandardError, row))};
-    } catch (const platform::Failure&) {
+        return LogFigures{vocabulary::strictNumber(grid.cell(column::LogProportion, row)),
+                          vocabulary::strictNumber(grid.cell(column::StandardError, row))};
+    } catch (const vocabulary::Failure&) {
         return std::nullopt; // no figures: the row can't be compared
     }
 }
@@ -48,7 +48,7 @@ std::optional<std::array<std::string, 5>> compare(const LogFigures& base,
         const double d = analysis::checked::finite(base.logProportion - tested.logProportion);
         const double z = std::fabs(analysis::checked::divide(d, e));
         const double p = z <= kLargestZ ? analysis::normalTwoTail(z) : 0.0;
-        using analysis::formatMask;
+        using vocabulary::formatMask;
         return std::array<std::string, 5>{
             formatMask(d, kFigureMask),
             formatMask(analysis::checked::exp(d), kFigureMask),
@@ -57,7 +57,7 @@ std::optional<std::array<std::string, 5>> compare(const LogFigures& base,
             formatMask(p / 2 + kPValueLift, kPValueMask),
             formatMask(p + kPValueLift, kPValueMask),
         };
-    } catch (const platform::Failure&) {
+    } catch (const vocabulary::Failure&) {
         return std::nullopt;
     }
 }

@@ -1,11 +1,11 @@
 #include "comparison/comparison_report.h"
 
-#include "analysis/number_mask.h"
-#include "analysis/number_text.h"
+#include "vocabulary/number_mask.h"
+#include "vocabulary/number_text.h"
 #include "comparison/compare_rows.h"
 #include "entry/grid.h"
-#include "platform/failure.h"
-#include "shell/text_routines.h"
+#include "vocabulary/failure.h"
+#include "vocabulary/text_routines.h"
 
 namespace titron::comparison {
 
@@ -42,8 +42,8 @@ std::string figure(const std::string& cell) {
         return cell;
     }
     try {
-        return analysis::formatMask(analysis::strictNumber(cell), "##0.00000");
-    } catch (const platform::Failure&) {
+        return vocabulary::formatMask(vocabulary::strictNumber(cell), "##0.00000");
+    } catch (const vocabulary::Failure&) {
         return cell;
     }
 }
@@ -57,7 +57,7 @@ std::string rowStart(const entry::Grid& grid, int row) {
 }
 
 std::string dataLine(const entry::Grid& grid, int row) {
-    const auto trimmed = [&](int col) { return shell::trimSpaces(grid.cell(col, row)); };
+    const auto trimmed = [&](int col) { return vocabulary::trimSpaces(grid.cell(col, row)); };
     return padded(rowStart(grid, row), 56) + padded(grid.cell(column::Difference, row), 11) +
            padded(trimmed(column::Ratio), 11) + padded(trimmed(column::Interval), 24) +
            padded(trimmed(column::OneTailed), 10) + trimmed(column::TwoTailed);

@@ -1,8 +1,8 @@
 #include "comparison/saved_analysis.h"
 
-#include "analysis/number_text.h"
-#include "platform/failure.h"
-#include "shell/text_routines.h"
+#include "vocabulary/number_text.h"
+#include "vocabulary/failure.h"
+#include "vocabulary/text_routines.h"
 
 namespace titron::comparison {
 
@@ -31,10 +31,10 @@ std::optional<SavedAnalysis> readSavedAnalysis(std::string_view text) {
     }
     SavedAnalysis saved;
     try {
-        saved.logProportion = analysis::strictNumber(shell::trimSpaces(text.substr(q, kLogWidth)));
-        saved.standardError = analysis::strictNumber(
-            shell::trimSpaces(text.substr(q + kErrorOffset, lineEnd - q - kErrorOffset)));
-    } catch (const platform::Failure&) {
+        saved.logProportion = vocabulary::strictNumber(vocabulary::trimSpaces(text.substr(q, kLogWidth)));
+        saved.standardError = vocabulary::strictNumber(
+            vocabulary::trimSpaces(text.substr(q + kErrorOffset, lineEnd - q - kErrorOffset)));
+    } catch (const vocabulary::Failure&) {
         return std::nullopt; // the marker without figures: no row rather than a wrong one
     }
     const std::size_t name = text.find(kNameLabel);

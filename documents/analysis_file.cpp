@@ -3,7 +3,7 @@
 #include "analysis/report.h"
 #include "documents/analysis_table.h"
 #include "documents/analyze.h"
-#include "platform/failure.h"
+#include "vocabulary/failure.h"
 
 namespace titron::documents {
 
@@ -51,11 +51,11 @@ bool Analyze::writeDocument(const std::string& path, const std::string& text) {
     bool written = true;
     try {
         m_platform.files.writeAll(path, text + std::string(analysis::kLineEnd));
-    } catch (const platform::Failure&) {
+    } catch (const vocabulary::Failure&) {
         written = false; // the window goes on as if it had worked; the old file stays
     }
-    m_session.AnalysisChanged = shell::kUnchanged;
-    m_session.frameCaption.setText(shell::captionWithFile(m_session.AnalysisFile));
+    m_session.AnalysisChanged = session::kUnchanged;
+    m_session.frameCaption.setText(session::captionWithFile(m_session.AnalysisFile));
     m_platform.events.wait(kSavedPauseMs);
     m_platform.pointer.setBusy(false);
     return written;

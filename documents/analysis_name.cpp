@@ -26,12 +26,12 @@ void Analyze::nameBoxLostFocus() {
     const std::string& name = m_name.text();
     if (name.find('"') != std::string::npos) {
         m_platform.dialogs.messageBox(
-            {shell::kProgramTitle, "The Analysis Name cannot contain double quotation marks (\").",
+            {session::kProgramTitle, "The Analysis Name cannot contain double quotation marks (\").",
              platform::Buttons::Ok, platform::Icon::None, 1});
         setFocus(Control::AnalysisName);
     }
     if (name.find(',') != std::string::npos) {
-        m_platform.dialogs.messageBox({shell::kProgramTitle,
+        m_platform.dialogs.messageBox({session::kProgramTitle,
                                        "The Analysis Name cannot contain commas.",
                                        platform::Buttons::Ok, platform::Icon::None, 1});
         setFocus(Control::AnalysisName);

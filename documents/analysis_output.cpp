@@ -1,9 +1,9 @@
 // The analysis on the clipboard and on paper. Both take the report when the pane holds one,
 // else the grid, and leave the document as it was.
-#include "analysis/number_mask.h"
+#include "vocabulary/number_mask.h"
 #include "analysis/report.h"
 #include "documents/analyze.h"
-#include "shell/text_routines.h"
+#include "vocabulary/text_routines.h"
 
 namespace titron::documents {
 
@@ -42,7 +42,7 @@ void Analyze::copyFile() {
         m_platform.clipboard.setText(m_grid.clip());
     } else {
         std::string text = m_results.text();
-        shell::replaceText(text, "\t\t", "\t");
+        vocabulary::replaceText(text, "\t\t", "\t");
         m_platform.clipboard.setText(text);
     }
     m_platform.events.wait(kDonePauseMs);
@@ -69,11 +69,11 @@ void Analyze::printFile() {
     printer.setFontName(kHeadFont);
     printer.setFontSize(kTitlePoints);
     printer.setEmphasis(true);
-    printer.printText(lineEnd + shell::kProgramTitle);
+    printer.printText(lineEnd + session::kProgramTitle);
     printer.setFontSize(kTextPoints);
     printer.setEmphasis(false);
     const platform::CalendarDate today = m_platform.clock.today();
-    printer.printText(analysis::formatLongDate(today.year, today.month, today.day) + lineEnd +
+    printer.printText(vocabulary::formatLongDate(today.year, today.month, today.day) + lineEnd +
                       lineEnd + lineEnd);
     printer.setFontName(kBodyFont);
     printer.printText(body);

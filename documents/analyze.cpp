@@ -8,7 +8,7 @@ namespace {
 
 constexpr int kStartRowLimit = 100;
 // The pane's look: dark blue text on tab stops every 960 twips (ten stops).
-constexpr shell::Rgb kResultsColour{0, 0, 128};
+constexpr Rgb kResultsColour{0, 0, 128};
 constexpr int kTabStopTwips = 960;
 constexpr int kTabStops = 10;
 // Resize: below this outer width nothing is laid out; the name box leaves room for its
@@ -18,10 +18,10 @@ constexpr int kNameMargin = 120 + 1260;
 
 } // namespace
 
-Analyze::Analyze(platform::Platform& platform, shell::Session& session)
+Analyze::Analyze(platform::Platform& platform, session::Session& session)
     : m_platform(platform), m_session(session), m_grid(kDataColumns, kStartRowLimit),
       m_dataGrid(m_grid, platform, session, [this] { resetPane(); }),
-      m_results(shell::FontSpec{"Courier New", 9.75, true}, kEmptyResults) {
+      m_results(FontSpec{"Courier New", 9.75, true}, kEmptyResults) {
     m_grid.events().cellChanged = [this](int, int) { onGridCellChanged(); };
     m_name.setChangeHandler([this] { onNameChanged(); });
 }
@@ -71,7 +71,7 @@ bool Analyze::reportPresent() const {
 
 void Analyze::resetPane() {
     m_results.setText(kEmptyResults);
-    m_session.AnalysisChanged = shell::kChanged;
+    m_session.AnalysisChanged = session::kChanged;
     formatResults();
 }
 
@@ -102,7 +102,7 @@ int Analyze::gridHeight() const {
 // The first edit after a load, a new document or a save takes the report off the screen;
 // later edits leave an unsaved report standing.
 void Analyze::onGridCellChanged() {
-    if (m_session.AnalysisChanged == shell::kUnchanged) {
+    if (m_session.AnalysisChanged == session::kUnchanged) {
         resetPane();
     }
 }

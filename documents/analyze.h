@@ -14,9 +14,9 @@
 #include "entry/grid.h"
 #include "platform/common_dialog.h"
 #include "platform/platform.h"
-#include "shell/results_pane.h"
-#include "shell/session.h"
-#include "shell/text_box.h"
+#include "documents/results_pane.h"
+#include "session/session.h"
+#include "session/text_box.h"
 
 namespace titron::documents {
 
@@ -48,16 +48,16 @@ inline constexpr std::size_t kReportMinimumLength = 50;
 
 class Analyze {
   public:
-    Analyze(platform::Platform& platform, shell::Session& session);
+    Analyze(platform::Platform& platform, session::Session& session);
     Analyze(const Analyze&) = delete;
     Analyze& operator=(const Analyze&) = delete;
 
     entry::Grid& grid() { return m_grid; }
-    shell::TextBox& nameBox() { return m_name; }
-    shell::ResultsPane& resultsPane() { return m_results; }
+    session::TextBox& nameBox() { return m_name; }
+    ResultsPane& resultsPane() { return m_results; }
     const entry::Grid& grid() const { return m_grid; }
-    const shell::TextBox& nameBox() const { return m_name; }
-    const shell::ResultsPane& resultsPane() const { return m_results; }
+    const session::TextBox& nameBox() const { return m_name; }
+    const ResultsPane& resultsPane() const { return m_results; }
 
     // Sets up the grid and the pane when the window is made: headings, row numbers,
     // empty rows, the pane's look.
@@ -150,11 +150,11 @@ class Analyze {
     AnalysisRun endWithBox(const platform::MessageBoxRequest& box);
 
     platform::Platform& m_platform;
-    shell::Session& m_session;
+    session::Session& m_session;
     entry::Grid m_grid;
     entry::DataGrid m_dataGrid;
-    shell::TextBox m_name;
-    shell::ResultsPane m_results;
+    session::TextBox m_name;
+    ResultsPane m_results;
     Control m_focus = Control::None;
     std::function<void()> m_focusListener;
     int m_nameWidth = 0;

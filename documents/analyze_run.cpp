@@ -4,16 +4,16 @@
 
 #include "analysis/assay_table.h"
 #include "analysis/estimator.h"
-#include "analysis/number_text.h"
+#include "vocabulary/number_text.h"
 #include "analysis/report.h"
 #include "documents/analysis_table.h"
 #include "documents/analyze.h"
-#include "platform/failure.h"
+#include "vocabulary/failure.h"
 
 namespace titron::documents {
 
 using platform::Buttons;
-using platform::Failure;
+using vocabulary::Failure;
 using platform::Icon;
 using platform::MessageBoxRequest;
 
@@ -52,7 +52,7 @@ analysis::AssayTable readTable(entry::Grid& grid, ReadPosition& at) {
             *values[at.column - 1] = analysis::readAssayCell(at.work, at.column);
         }
         if (k == INT16_MAX) {
-            throw Failure(platform::failure::Overflow);
+            throw Failure(vocabulary::failure::Overflow);
         }
         ++k;
     }
@@ -82,7 +82,7 @@ std::int32_t Analyze::askMorePasses(std::int32_t passesSoFar) {
             " iterations the data have not yet converged.\r\n\r\nEnter the number of "
             "additional iterations:",
         "20"});
-    return analysis::roundToInt32(analysis::leadingValue(answer));
+    return vocabulary::roundToInt32(vocabulary::leadingValue(answer));
 }
 
 AnalysisRun Analyze::runAnalysis() {
@@ -112,7 +112,7 @@ AnalysisRun Analyze::runAnalysis() {
             m_platform.pointer.setBusy(false);
             m_results.setText(kEmptyResults);
             AnalysisRun run;
-            if (failure.number() == platform::failure::TypeMismatch) {
+            if (failure.number() == vocabulary::failure::TypeMismatch) {
                 run = endWithBox(exclamation("INVALID ENTRY", "Invalid entry: " + at.work));
                 putCursorOn(at.column, at.row);
                 setFocus(Control::Grid);
@@ -152,7 +152,7 @@ AnalysisRun Analyze::runAnalysis() {
             figures, m_name.text(), m_session.AnalysisFile, layoutTable(m_grid));
 
         m_results.setText(report);
-        m_session.AnalysisChanged = shell::kChanged;
+        m_session.AnalysisChanged = session::kChanged;
         m_platform.pointer.setBusy(false);
         AnalysisRun run;
         run.ending = AnalysisRun::Ending::Report;

@@ -39,7 +39,7 @@ std::string offeredName(const std::string& path) {
 } // namespace
 
 bool Analyze::settleChanges(const char* question) {
-    if (m_session.AnalysisChanged == shell::kUnchanged) {
+    if (m_session.AnalysisChanged == session::kUnchanged) {
         return true;
     }
     switch (askSaveQuestion(m_platform.dialogs, question)) {
@@ -58,7 +58,7 @@ void Analyze::newFile() {
     if (!settleChanges(kSaveQuestion)) {
         return;
     }
-    m_session.frameCaption.setText(shell::kProgramTitle);
+    m_session.frameCaption.setText(session::kProgramTitle);
     m_session.AnalysisFile.clear();
     m_name.setText("");
     const auto& headings = m_session.settings.ColHeading;
@@ -73,7 +73,7 @@ void Analyze::newFile() {
     m_grid.setRowLimit(kNewRowLimit);
     putCursorOn(1, 1);
     m_results.setText(kEmptyResults);
-    m_session.AnalysisChanged = shell::kUnchanged;
+    m_session.AnalysisChanged = session::kUnchanged;
     formatResults();
     setFocus(Control::AnalysisName);
     m_platform.pointer.setBusy(false);

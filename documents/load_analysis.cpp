@@ -5,16 +5,16 @@
 #include <cstdint>
 #include <string>
 
-#include "analysis/number_text.h"
+#include "vocabulary/number_text.h"
 #include "documents/analyze.h"
 #include "entry/grid.h"
 #include "entry/row_numbers.h"
-#include "platform/failure.h"
-#include "shell/text_routines.h"
+#include "vocabulary/failure.h"
+#include "vocabulary/text_routines.h"
 
 namespace titron::documents {
 
-using platform::Failure;
+using vocabulary::Failure;
 
 namespace {
 
@@ -24,7 +24,7 @@ constexpr int kRowLimitStep = 100;
 constexpr int kRowsToSpare = 10;
 
 bool startsWithHeadingLine(const std::string& text) {
-    return analysis::leadingValue(shell::trimSpaces(text)) == 0.0;
+    return vocabulary::leadingValue(vocabulary::trimSpaces(text)) == 0.0;
 }
 
 // The position (from 0) of the n-th occurrence of c, or npos.
@@ -104,21 +104,21 @@ LoadOutcome Analyze::loadAnalysis() {
             if (answer == platform::Answer::Yes) {
                 m_platform.pointer.setBusy(true);
                 startRow = dataRows + 1;
-                m_session.frameCaption.setText(shell::kProgramTitle);
-                m_session.AnalysisChanged = shell::kChanged;
+                m_session.frameCaption.setText(session::kProgramTitle);
+                m_session.AnalysisChanged = session::kChanged;
             } else {
-                m_session.AnalysisChanged = shell::kUnchanged;
+                m_session.AnalysisChanged = session::kUnchanged;
                 m_platform.pointer.setBusy(true);
                 m_grid.addressBlock(1, 1, kDataColumns, m_grid.rowLimit());
                 m_grid.setBlockMode(true);
                 m_grid.clear();
                 m_grid.setBlockMode(false);
                 m_name.setText("");
-                m_session.frameCaption.setText(shell::captionWithFile(m_session.AnalysisFile));
+                m_session.frameCaption.setText(session::captionWithFile(m_session.AnalysisFile));
             }
         } else {
-            m_session.AnalysisChanged = shell::kUnchanged;
-            m_session.frameCaption.setText(shell::captionWithFile(m_session.AnalysisFile));
+            m_session.AnalysisChanged = session::kUnchanged;
+            m_session.frameCaption.setText(session::captionWithFile(m_session.AnalysisFile));
         }
 
         m_platform.pointer.setBusy(true);
@@ -131,16 +131,16 @@ LoadOutcome Analyze::loadAnalysis() {
             const std::size_t nameStart = namePosition + kNameLabel.size();
             const std::size_t lineEnd = text.find('\r', namePosition);
             if (lineEnd == std::string::npos) {
-                throw Failure(platform::failure::InvalidCall);
+                throw Failure(vocabulary::failure::InvalidCall);
             }
             const std::string name =
-                shell::trimSpaces(std::string_view(text).substr(nameStart, lineEnd - nameStart));
+                vocabulary::trimSpaces(std::string_view(text).substr(nameStart, lineEnd - nameStart));
             // Writing the name runs its rule, which resets the pane and marks the document
             // changed; the pane and the flag are set after it.
             if (startRow == 1) {
                 m_name.setText(name);
                 m_results.setText(std::string_view(text).substr(namePosition));
-                m_session.AnalysisChanged = shell::kUnchanged;
+                m_session.AnalysisChanged = session::kUnchanged;
             } else {
                 m_name.setText(m_name.text() + " / " + name);
                 m_results.setText(kEmptyResults);
@@ -149,7 +149,7 @@ LoadOutcome Analyze::loadAnalysis() {
         formatResults();
 
         // From here on the work is on the text alone.
-        shell::replaceText(text, "\t\t", "\t");
+        vocabulary::replaceText(text, "\t\t", "\t");
         while (text.size() >= 4 && text.compare(text.size() - 4, 4, "\r\n\r\n") == 0) {
             text.resize(text.size() - 2);
         }
@@ -189,7 +189,7 @@ LoadOutcome Analyze::loadAnalysis() {
             // the grid grows keeps it as it was; a grid left above the counter would make
             // every later renumbering (a five-column file, a row command) fail too.
             if (rowLimit > entry::kMaxNumberedRows) {
-                throw Failure(platform::failure::Overflow);
+                throw Failure(vocabulary::failure::Overflow);
             }
             m_grid.setRowLimit(static_cast<int>(rowLimit));
             m_grid.addressBlock(1, 1, kDataColumns, m_grid.rowLimit());

@@ -33,7 +33,7 @@ int nonNegative(int twips) {
 
 } // namespace
 
-DataGrid::DataGrid(Grid& grid, platform::Platform& platform, shell::Session& session,
+DataGrid::DataGrid(Grid& grid, platform::Platform& platform, session::Session& session,
                    std::function<void()> resultsOutOfDate)
     : m_grid(grid), m_platform(platform), m_session(session),
       m_resultsOutOfDate(std::move(resultsOutOfDate)) {
@@ -140,10 +140,10 @@ void DataGrid::onLeavingCell(int newCol, int newRow) {
 }
 
 void DataGrid::onRightClick(int x, int y) {
-    shell::FrameModel& frame = m_session.frame;
+    session::FrameModel& frame = m_session.frame;
     const CellBlock s = m_grid.selection();
-    frame.setItemEnabled(shell::MenuItem::DropFill, m_grid.blockSelected() && s.col == s.col2);
-    frame.setItemEnabled(shell::MenuItem::DropPaste, m_platform.clipboard.hasText());
+    frame.setItemEnabled(session::MenuItem::DropFill, m_grid.blockSelected() && s.col == s.col2);
+    frame.setItemEnabled(session::MenuItem::DropPaste, m_platform.clipboard.hasText());
     frame.openPopup({x, y});
 }
 

@@ -7,7 +7,7 @@
 
 #include "entry/grid.h"
 #include "platform/platform.h"
-#include "shell/session.h"
+#include "session/session.h"
 
 namespace titron::entry {
 
@@ -23,7 +23,7 @@ inline constexpr std::size_t kCommentsTypedLimit = 60;
 class DataGrid {
   public:
     // resultsOutOfDate takes the report off the pane and marks the document changed.
-    DataGrid(Grid& grid, platform::Platform& platform, shell::Session& session,
+    DataGrid(Grid& grid, platform::Platform& platform, session::Session& session,
              std::function<void()> resultsOutOfDate);
     DataGrid(const DataGrid&) = delete;
     DataGrid& operator=(const DataGrid&) = delete;
@@ -59,7 +59,7 @@ class DataGrid {
 
     Grid& m_grid;
     platform::Platform& m_platform;
-    shell::Session& m_session;
+    session::Session& m_session;
     std::function<void()> m_resultsOutOfDate;
 };
 

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "entry/key_codes.h"
-#include "platform/failure.h"
+#include "vocabulary/failure.h"
 #include "platform/platform.h"
 
 namespace titron::entry {
@@ -14,10 +14,10 @@ namespace {
 
 void checkRowLimit(int rows) {
     if (rows < 0) {
-        throw platform::Failure(platform::failure::InvalidCall);
+        throw vocabulary::Failure(vocabulary::failure::InvalidCall);
     }
     if (rows > Grid::kMaxRowLimit) {
-        throw platform::Failure(platform::failure::Overflow);
+        throw vocabulary::Failure(vocabulary::failure::Overflow);
     }
 }
 
@@ -29,7 +29,7 @@ bool isEmpty(int first, int last) {
 
 Grid::Grid(int maxCols, int rowLimit) : m_maxCols(maxCols), m_rowLimit(rowLimit) {
     if (maxCols < 1) {
-        throw platform::Failure(platform::failure::InvalidCall);
+        throw vocabulary::Failure(vocabulary::failure::InvalidCall);
     }
     checkRowLimit(rowLimit);
     const auto rows = static_cast<std::size_t>(rowLimit) + 1;
@@ -230,7 +230,7 @@ void Grid::insertRow(int count) {
         return;
     }
     if (count > kMaxRowLimit - m_rowLimit) {
-        throw platform::Failure(platform::failure::Overflow);
+        throw vocabulary::Failure(vocabulary::failure::Overflow);
     }
     endEdit(true);
     const auto width = static_cast<std::ptrdiff_t>(m_maxCols + 1);
@@ -333,14 +333,14 @@ void Grid::setRowLimit(int rows) {
 
 int Grid::colWidth(int col) const {
     if (col < 0 || col > m_maxCols) {
-        throw platform::Failure(platform::failure::InvalidCall);
+        throw vocabulary::Failure(vocabulary::failure::InvalidCall);
     }
     return m_colWidths[static_cast<std::size_t>(col)];
 }
 
 void Grid::setColWidth(int index, int twips) {
     if (index < -1 || index > m_maxCols || twips < 0) {
-        throw platform::Failure(platform::failure::InvalidCall);
+        throw vocabulary::Failure(vocabulary::failure::InvalidCall);
     }
     if (index == -1) {
         std::fill(m_colWidths.begin() + 1, m_colWidths.end(), twips);
@@ -352,14 +352,14 @@ void Grid::setColWidth(int index, int twips) {
 
 int Grid::rowHeight(int row) const {
     if (row < 0 || row > m_rowLimit) {
-        throw platform::Failure(platform::failure::InvalidCall);
+        throw vocabulary::Failure(vocabulary::failure::InvalidCall);
     }
     return m_rowHeights[static_cast<std::size_t>(row)];
 }
 
 void Grid::setRowHeight(int row, int twips) {
     if (row < -1 || row > m_rowLimit || twips < 0) {
-        throw platform::Failure(platform::failure::InvalidCall);
+        throw vocabulary::Failure(vocabulary::failure::InvalidCall);
     }
     if (row == -1) {
         std::fill(m_rowHeights.begin() + 1, m_rowHeights.end(), twips);

@@ -4,13 +4,13 @@
 #include <string>
 
 #include "entry/grid.h"
-#include "platform/failure.h"
+#include "vocabulary/failure.h"
 
 namespace titron::entry {
 
 void numberRows(Grid& grid) {
     if (grid.rowLimit() > kMaxNumberedRows) {
-        throw platform::Failure(platform::failure::Overflow);
+        throw vocabulary::Failure(vocabulary::failure::Overflow);
     }
     grid.setCol(0);
     for (int row = 1; row <= grid.rowLimit(); ++row) {

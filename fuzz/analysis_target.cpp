@@ -9,7 +9,7 @@
 #include "fuzz/fuzz_bytes.h"
 #include "fuzz/fuzz_platform.h"
 #include "fuzz/fuzz_targets.h"
-#include "shell/session.h"
+#include "session/session.h"
 
 namespace titron::fuzz {
 

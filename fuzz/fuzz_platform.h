@@ -4,7 +4,7 @@
 #include "documents/analyze.h"
 #include "fuzz/memory_files.h"
 #include "platform/scripted_platform.h"
-#include "shell/session.h"
+#include "session/session.h"
 
 namespace titron::fuzz {
 
@@ -19,7 +19,7 @@ struct FuzzPlatform {
 struct FuzzDocument {
     FuzzDocument() { analyze.load(); }
     FuzzPlatform p;
-    shell::Session session;
+    session::Session session;
     documents::Analyze analyze{p.services, session};
 };
 

@@ -1,6 +1,6 @@
 #include "fuzz/memory_files.h"
 
-#include "platform/failure.h"
+#include "vocabulary/failure.h"
 
 namespace titron::fuzz {
 
@@ -11,7 +11,7 @@ std::string MemoryFiles::full(const std::string& path) {
 std::string MemoryFiles::readAll(const std::string& path) {
     const auto found = m_files.find(full(path));
     if (found == m_files.end()) {
-        throw platform::Failure(platform::failure::FileNotFound);
+        throw vocabulary::Failure(vocabulary::failure::FileNotFound);
     }
     return found->second;
 }

@@ -6,18 +6,18 @@
 #include <optional>
 #include <string>
 
-#include "analysis/number_mask.h"
-#include "analysis/number_text.h"
+#include "vocabulary/number_mask.h"
+#include "vocabulary/number_text.h"
 #include "fuzz/fuzz_bytes.h"
 #include "fuzz/fuzz_targets.h"
-#include "platform/failure.h"
+#include "vocabulary/failure.h"
 
 namespace titron::fuzz {
 
 namespace {
 
-using analysis::strictNumber;
-using platform::Failure;
+using vocabulary::strictNumber;
+using vocabulary::Failure;
 
 // Every mask the program formats numbers with: the report, the comparison and the failure
 // box.
@@ -28,8 +28,8 @@ std::optional<double> strictOrNothing(std::string_view text) {
     try {
         return strictNumber(text);
     } catch (const Failure& failure) {
-        check(failure.number() == platform::failure::TypeMismatch ||
-                  failure.number() == platform::failure::Overflow,
+        check(failure.number() == vocabulary::failure::TypeMismatch ||
+                  failure.number() == vocabulary::failure::Overflow,
               "the strict conversion failed with number " + std::to_string(failure.number()));
         return std::nullopt;
     }
@@ -48,7 +48,7 @@ std::string describe(double v) {
 }
 
 void checkGeneralForm(double v) {
-    const std::string text = analysis::generalNumber(v);
+    const std::string text = vocabulary::generalNumber(v);
     const std::optional<double> back = strictOrNothing(text);
     if (!back && beyondFifteenDigitRange(v)) {
         return;
@@ -60,7 +60,7 @@ void checkGeneralForm(double v) {
 }
 
 void checkMask(double v, const char* mask) {
-    const std::string text = analysis::formatMask(v, mask);
+    const std::string text = vocabulary::formatMask(v, mask);
     const char* point = std::strchr(mask, '.');
     const int decimals = point ? static_cast<int>(std::strlen(point + 1)) : 0;
     const bool forcedDigit = std::strchr(mask, '0') != nullptr;
@@ -90,10 +90,10 @@ void checkValue(double v) {
         checkMask(v, mask);
     }
     try {
-        const std::int32_t r = analysis::roundToInt32(v);
+        const std::int32_t r = vocabulary::roundToInt32(v);
         check(std::fabs(static_cast<double>(r) - v) <= 0.5, "rounding " + describe(v) + " missed");
     } catch (const Failure& failure) {
-        check(failure.number() == platform::failure::Overflow && std::fabs(v) >= 2147483647.5,
+        check(failure.number() == vocabulary::failure::Overflow && std::fabs(v) >= 2147483647.5,
               "rounding " + describe(v) + " to a whole number failed");
     }
 }
@@ -112,7 +112,7 @@ void numberTexts(std::string_view bytes) {
         checkValue(v);
     }
     const std::string_view text = in.rest();
-    const double leading = analysis::leadingValue(text);
+    const double leading = vocabulary::leadingValue(text);
     check(!std::isnan(leading), "the leading value of a text is no number");
 
     const std::optional<double> strict = strictOrNothing(text);

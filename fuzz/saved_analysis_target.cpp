@@ -11,7 +11,7 @@
 #include "fuzz/fuzz_bytes.h"
 #include "fuzz/fuzz_platform.h"
 #include "fuzz/fuzz_targets.h"
-#include "shell/session.h"
+#include "session/session.h"
 
 namespace titron::fuzz {
 
@@ -43,7 +43,7 @@ void savedAnalysis(std::string_view bytes) {
     }
 
     FuzzPlatform p;
-    shell::Session session;
+    session::Session session;
     comparison::Compare compare(p.services, session);
     p.files.writeAll("/fuzz/base.tna", soundAnalysis());
     p.files.writeAll("/fuzz/fuzzed.tna", file);

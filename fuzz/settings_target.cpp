@@ -1,14 +1,14 @@
 // The settings file as start-up reads it. Reading never fails and never goes past the
 // text; whatever the file holds, the program starts with settings in their ranges.
 #include "fuzz/fuzz_targets.h"
-#include "shell/app_settings.h"
+#include "session/app_settings.h"
 #include "shell/settings_file.h"
 
 namespace titron::fuzz {
 
 namespace {
 
-bool same(const shell::AppSettings& a, const shell::AppSettings& b) {
+bool same(const session::AppSettings& a, const session::AppSettings& b) {
     return a.WindowState == b.WindowState && a.WindowTop == b.WindowTop &&
            a.WindowLeft == b.WindowLeft && a.WindowHeight == b.WindowHeight &&
            a.WindowWidth == b.WindowWidth && a.ColHeading == b.ColHeading &&
@@ -19,12 +19,12 @@ bool same(const shell::AppSettings& a, const shell::AppSettings& b) {
 } // namespace
 
 void settingsText(std::string_view bytes) {
-    shell::AppSettings settings = shell::defaultSettings(11520, 15360, 7200, 9600);
+    session::AppSettings settings = shell::defaultSettings(11520, 15360, 7200, 9600);
     shell::readSettingsText(bytes, settings);
 
     // Reading the same text over the result again changes nothing: every field the text
     // reaches is taken from the text alone.
-    shell::AppSettings again = settings;
+    session::AppSettings again = settings;
     shell::readSettingsText(bytes, again);
     check(same(again, settings), "reading a settings text twice gives two different settings");
 }

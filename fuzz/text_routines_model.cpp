@@ -1,6 +1,6 @@
 #include "fuzz/text_routines_model.h"
 
-#include "platform/failure.h"
+#include "vocabulary/failure.h"
 
 namespace titron::fuzz {
 
@@ -10,7 +10,7 @@ namespace {
 // the text finds nothing; a start below 1 is an invalid call.
 long inStr(long start, const std::string& text, const std::string& find) {
     if (start < 1) {
-        throw platform::Failure(platform::failure::InvalidCall);
+        throw vocabulary::Failure(vocabulary::failure::InvalidCall);
     }
     if (start > static_cast<long>(text.size()) + 1) {
         return 0;

@@ -8,14 +8,14 @@
 #include "fuzz/fuzz_bytes.h"
 #include "fuzz/fuzz_targets.h"
 #include "fuzz/text_routines_model.h"
-#include "platform/failure.h"
-#include "shell/text_routines.h"
+#include "vocabulary/failure.h"
+#include "vocabulary/text_routines.h"
 
 namespace titron::fuzz {
 
 namespace {
 
-using platform::Failure;
+using vocabulary::Failure;
 
 // Runs a routine on a copy of text; the failure number if it failed. The text is what it
 // was left as either way.
@@ -66,7 +66,7 @@ void textRoutines(std::string_view bytes) {
         std::string ours = input;
         std::string model = input;
         const auto ourFailure =
-            run(ours, [&](std::string& t) { shell::replaceText(t, find, replace); });
+            run(ours, [&](std::string& t) { vocabulary::replaceText(t, find, replace); });
         const auto modelFailure =
             run(model, [&](std::string& t) { modelReplaceText(t, find, replace); });
         compare("replaceText(" + shown(find) + ", " + shown(replace) + ")", input, ours,
@@ -79,11 +79,11 @@ void textRoutines(std::string_view bytes) {
     std::string ours = input;
     std::string model = input;
     if (mode & 2) {
-        shell::replaceText(ours, "\t", "\t\t");
+        vocabulary::replaceText(ours, "\t", "\t\t");
         modelReplaceText(model, "\t", "\t\t");
         check(ours == model, "doubling the Tabs of " + shown(input) + " differs from its model");
     }
-    const auto ourFailure = run(ours, [](std::string& t) { shell::closeTabs(t); });
+    const auto ourFailure = run(ours, [](std::string& t) { vocabulary::closeTabs(t); });
     const auto modelFailure = run(model, [](std::string& t) { modelCloseTabs(t); });
     compare("closeTabs", input, ours, ourFailure, model, modelFailure);
 }

@@ -11,7 +11,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/failure.h"
+#include "vocabulary/failure.h"
 
 namespace titron::platform {
 
@@ -19,19 +19,19 @@ namespace fs = std::filesystem;
 
 namespace {
 
-Failure failureOf(int error) {
+vocabulary::Failure failureOf(int error) {
     switch (error) {
     case ENOENT:
     case ENOTDIR:
-        return Failure(failure::FileNotFound);
+        return vocabulary::Failure(vocabulary::failure::FileNotFound);
     case EACCES:
     case EPERM:
     case EROFS:
-        return Failure(failure::PermissionDenied);
+        return vocabulary::Failure(vocabulary::failure::PermissionDenied);
     case ENOMEM:
-        return Failure(failure::OutOfMemory);
+        return vocabulary::Failure(vocabulary::failure::OutOfMemory);
     default:
-        return Failure(failure::PathFileAccess);
+        return vocabulary::Failure(vocabulary::failure::PathFileAccess);
     }
 }
 
@@ -61,7 +61,7 @@ std::string LocalFiles::readAll(const std::string& path) {
     struct stat info {};
     if (::fstat(fd, &info) != 0 || S_ISDIR(info.st_mode)) {
         ::close(fd);
-        throw Failure(failure::PathFileAccess);
+        throw vocabulary::Failure(vocabulary::failure::PathFileAccess);
     }
     std::string text;
     try {
@@ -86,7 +86,7 @@ std::string LocalFiles::readAll(const std::string& path) {
         }
     } catch (const std::bad_alloc&) {
         ::close(fd);
-        throw Failure(failure::OutOfMemory);
+        throw vocabulary::Failure(vocabulary::failure::OutOfMemory);
     }
     ::close(fd);
     return text;

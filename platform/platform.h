@@ -53,7 +53,7 @@ class EventLoop {
     virtual void wait(int milliseconds) = 0;
 };
 
-// Whole-file access. A file is open only inside one call. Failures throw platform::Failure
+// Whole-file access. A file is open only inside one call. Failures throw vocabulary::Failure
 // with the number and description of the cause (53 "File not found", 70, 75, ...).
 class Files {
   public:

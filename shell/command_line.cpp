@@ -148,7 +148,7 @@ FileResult analyzeFile(const std::string& file, const Options& options, std::ost
         }
         return "0";
     });
-    Session session;
+    session::Session session;
     session.LastDirectory = platform.services().files.currentDirectory();
     documents::Analyze analyze(platform.services(), session);
     analyze.load();

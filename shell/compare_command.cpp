@@ -54,7 +54,7 @@ int runCompareCommand(const std::vector<std::string>& arguments, std::ostream& o
         return kExitUsage;
     }
     platform::ScriptedPlatform platform;
-    Session session;
+    session::Session session;
     comparison::Compare compare(platform.services(), session);
     compare.beginEmpty();
     int status = kExitReport;

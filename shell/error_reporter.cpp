@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "analysis/number_mask.h"
+#include "vocabulary/number_mask.h"
 
 namespace titron::shell {
 
@@ -89,7 +89,7 @@ ErrorOutcome ErrorReporter::reportError(int failureNumber) {
     m_values.ErrorMessage = std::string(entry.message);
     m_values.ErrorStyle = entry.style;
     m_values.ErrorTitle =
-        "Cohortrak Error #" + analysis::formatMask(static_cast<double>(failureNumber), "#####");
+        "Cohortrak Error #" + vocabulary::formatMask(static_cast<double>(failureNumber), "#####");
     m_values.ErrorAnswer = static_cast<std::int16_t>(m_dialogs.messageBox(boxFor(m_values)));
     return endsProgram() ? ErrorOutcome::EndProgram : ErrorOutcome::Return;
 }

@@ -15,14 +15,14 @@ constexpr const char* kHelpTitle = "HELP CONTENTS";
 
 } // namespace
 
-Main::Main(platform::Platform& platform, platform::FrameWindows& windows, Session& session,
+Main::Main(platform::Platform& platform, platform::FrameWindows& windows, session::Session& session,
            documents::Analyze& analyze, comparison::Compare& compare, std::string programDirectory)
     : m_platform(platform), m_windows(windows), m_session(session), m_analyze(analyze),
       m_compare(compare), m_programDirectory(std::move(programDirectory)) {
 }
 
-void Main::menuClick(MenuItem item) {
-    const MenuEntry& entry = m_session.frame.item(item);
+void Main::menuClick(session::MenuItem item) {
+    const session::MenuEntry& entry = m_session.frame.item(item);
     if (entry.separator() || !entry.visible || !entry.usable()) {
         return;
     }
@@ -32,7 +32,7 @@ void Main::menuClick(MenuItem item) {
 // The key is compared with each button's key in turn, and the button then does what its
 // menu item does.
 void Main::toolbarClick(std::string_view key) {
-    for (const ToolButton& b : m_session.frame.toolButtons()) {
+    for (const session::ToolButton& b : m_session.frame.toolButtons()) {
         if (!b.separator() && b.key == key) {
             if (b.visible && b.usable()) {
                 run(b.command);
@@ -42,67 +42,67 @@ void Main::toolbarClick(std::string_view key) {
     }
 }
 
-void Main::run(Command command) {
+void Main::run(session::Command command) {
     using comparison::Compare;
     using documents::Analyze;
     switch (command) {
-    case Command::FileNew:
+    case session::Command::FileNew:
         m_analyze.newFile();
         break;
-    case Command::FileOpen:
+    case session::Command::FileOpen:
         routed(&Analyze::openFile, &Compare::openFile);
         break;
-    case Command::FileSave:
+    case session::Command::FileSave:
         routed(&Analyze::saveFile, &Compare::saveFile);
         break;
-    case Command::FileCopy:
+    case session::Command::FileCopy:
         routed(&Analyze::copyFile, &Compare::copyFile);
         break;
-    case Command::FilePrint:
+    case session::Command::FilePrint:
         routed(&Analyze::printFile, &Compare::printFile);
         break;
-    case Command::FilePrintSetup:
+    case session::Command::FilePrintSetup:
         // Whatever the user does in it, nothing of the outcome is looked at.
         m_dialog.flags = platform::dialog_flag::PrintSetup;
         m_platform.commonDialogs.showPrinter(m_dialog);
         break;
-    case Command::FileExit:
+    case session::Command::FileExit:
         m_windows.closeFrame();
         break;
-    case Command::EditInsert:
+    case session::Command::EditInsert:
         m_analyze.editInsert();
         break;
-    case Command::EditDelete:
+    case session::Command::EditDelete:
         routed(&Analyze::editDelete, &Compare::editDelete);
         break;
-    case Command::AnalyzeAnalyze:
+    case session::Command::AnalyzeAnalyze:
         m_analyze.analyze();
         break;
-    case Command::AnalyzeCompare:
+    case session::Command::AnalyzeCompare:
         compareCommand();
         break;
-    case Command::CompareToggle:
+    case session::Command::CompareToggle:
         toggleCompare();
         break;
-    case Command::HelpContents:
+    case session::Command::HelpContents:
         helpContents();
         break;
-    case Command::HelpAbout:
+    case session::Command::HelpAbout:
         m_windows.showAbout();
         break;
-    case Command::DropCut:
+    case session::Command::DropCut:
         m_analyze.dropCut();
         break;
-    case Command::DropCopy:
+    case session::Command::DropCopy:
         m_analyze.dropCopy();
         break;
-    case Command::DropPaste:
+    case session::Command::DropPaste:
         m_analyze.dropPaste();
         break;
-    case Command::DropDelete:
+    case session::Command::DropDelete:
         m_analyze.dropDelete();
         break;
-    case Command::DropFill:
+    case session::Command::DropFill:
         m_analyze.dropFill();
         break;
     default:
@@ -141,7 +141,7 @@ void Main::toggleCompare() {
 
 // The save of the window in front; its dialog's file name is empty when it was cancelled.
 bool Main::saveForQuestion() {
-    run(Command::FileSave);
+    run(session::Command::FileSave);
     return !(compareVisible() ? m_compare.commonDialog() : m_analyze.commonDialog()).fileName.empty();
 }
 
@@ -150,7 +150,7 @@ bool Main::queryClose() {
 }
 
 bool Main::settleChanges(bool onlyIfSaved) {
-    if (m_session.AnalysisChanged == kUnchanged) {
+    if (m_session.AnalysisChanged == session::kUnchanged) {
         return true;
     }
     switch (documents::askSaveQuestion(m_platform.dialogs, documents::kSaveQuestion)) {

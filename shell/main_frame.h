@@ -10,24 +10,24 @@
 #include "platform/common_dialog.h"
 #include "platform/frame_windows.h"
 #include "platform/platform.h"
-#include "shell/frame_model.h"
-#include "shell/session.h"
+#include "session/frame_model.h"
+#include "session/session.h"
 
 namespace titron::shell {
 
 class Main {
   public:
     // programDirectory: where the help file lies.
-    Main(platform::Platform& platform, platform::FrameWindows& windows, Session& session,
+    Main(platform::Platform& platform, platform::FrameWindows& windows, session::Session& session,
          documents::Analyze& analyze, comparison::Compare& compare, std::string programDirectory);
 
-    FrameModel& frame() { return m_session.frame; }
+    session::FrameModel& frame() { return m_session.frame; }
 
     // A click on a menu item (by name, the pop-up's items included) or a toolbar button (by
     // key). Disabled, hidden, unknown and separator entries do nothing.
-    void menuClick(MenuItem item);
+    void menuClick(session::MenuItem item);
     void toolbarClick(std::string_view key);
-    void run(Command command);
+    void run(session::Command command);
 
     // Whether the comparison window is visible, which decides where routed commands go.
     bool compareVisible() const { return m_compare.visible(); }
@@ -61,7 +61,7 @@ class Main {
 
     platform::Platform& m_platform;
     platform::FrameWindows& m_windows;
-    Session& m_session;
+    session::Session& m_session;
     documents::Analyze& m_analyze;
     comparison::Compare& m_compare;
     std::string m_programDirectory;

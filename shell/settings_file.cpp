@@ -10,8 +10,8 @@
 #include <string>
 #include <utility>
 
-#include "analysis/number_text.h"
-#include "platform/failure.h"
+#include "vocabulary/number_text.h"
+#include "vocabulary/failure.h"
 
 namespace titron::shell {
 
@@ -104,8 +104,8 @@ class FieldReader {
 std::optional<std::int16_t> wholeNumber(std::string_view field) {
     double v = 0;
     try {
-        v = analysis::strictNumber(field);
-    } catch (const platform::Failure&) {
+        v = vocabulary::strictNumber(field);
+    } catch (const vocabulary::Failure&) {
         return std::nullopt;
     }
     const double r = std::nearbyint(v);
@@ -147,9 +147,9 @@ bool readText(FieldReader& reader, std::string& target) {
 
 } // namespace
 
-AppSettings defaultSettings(int screenHeightTwips, int screenWidthTwips, int frameHeightTwips,
+session::AppSettings defaultSettings(int screenHeightTwips, int screenWidthTwips, int frameHeightTwips,
                             int frameWidthTwips) {
-    AppSettings s;
+    session::AppSettings s;
     s.WindowState = screenHeightTwips > 7500 ? 0 : 2;
     // In long long, so that no difference of two ints can overflow; / drops the remainder.
     s.WindowTop = clampToInt16((static_cast<long long>(screenHeightTwips) - frameHeightTwips) / 2);
@@ -157,7 +157,7 @@ AppSettings defaultSettings(int screenHeightTwips, int screenWidthTwips, int fra
     return s;
 }
 
-void readSettingsText(std::string_view text, AppSettings& settings) {
+void readSettingsText(std::string_view text, session::AppSettings& settings) {
     // The five reads of the file in their order. Only the end of the text ends a read early,
     // and then every later read finds nothing either.
     FieldReader reader(text);
@@ -185,13 +185,13 @@ void readSettingsText(std::string_view text, AppSettings& settings) {
     }
 }
 
-void readSettingsFile(platform::Files& files, AppSettings& settings) {
+void readSettingsFile(platform::Files& files, session::AppSettings& settings) {
     const std::string name = "titro.ini";
     try {
         if (files.exists(name)) {
             readSettingsText(files.readAll(name), settings);
         }
-    } catch (const platform::Failure&) {
+    } catch (const vocabulary::Failure&) {
         // A settings file that can't be read leaves the defaults standing.
     }
 }

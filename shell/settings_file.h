@@ -5,14 +5,14 @@
 #include <string_view>
 
 #include "platform/platform.h"
-#include "shell/app_settings.h"
+#include "session/app_settings.h"
 
 namespace titron::shell {
 
 // The defaults, with the frame centred on the screen (all lengths in twips) and normal on a
 // screen higher than 7500, maximised otherwise. Places beyond the signed 16-bit range are
 // clamped to it, so a huge screen puts the frame at 32767 rather than wrapping round.
-AppSettings defaultSettings(int screenHeightTwips, int screenWidthTwips, int frameHeightTwips,
+session::AppSettings defaultSettings(int screenHeightTwips, int screenWidthTwips, int frameHeightTwips,
                             int frameWidthTwips);
 
 // Overlays settings with the 18 fields of a settings text, in the order of AppSettings.
@@ -23,10 +23,10 @@ AppSettings defaultSettings(int screenHeightTwips, int screenWidthTwips, int fra
 // number or lies outside the signed 16-bit range leaves its field as it was, and reading
 // goes on at the next field. The end of the text ends the reading; later fields keep their
 // values. Never fails.
-void readSettingsText(std::string_view text, AppSettings& settings);
+void readSettingsText(std::string_view text, session::AppSettings& settings);
 
 // Overlays settings with "titro.ini" of the current directory if it exists. Every failure
 // of the file is ignored: whatever was read before it stands.
-void readSettingsFile(platform::Files& files, AppSettings& settings);
+void readSettingsFile(platform::Files& files, session::AppSettings& settings);
 
 } // namespace titron::shell

@@ -2,7 +2,7 @@
 
 #include <new>
 
-#include "platform/failure.h"
+#include "vocabulary/failure.h"
 #include "shell/error_reporter.h"
 #include "shell/settings_file.h"
 
@@ -18,7 +18,7 @@ constexpr int kInternalFailure = 51;
 
 } // namespace
 
-Startup::Startup(platform::Platform& platform, platform::FrameWindows& windows, Session& session,
+Startup::Startup(platform::Platform& platform, platform::FrameWindows& windows, session::Session& session,
                  documents::Analyze& analyze)
     : m_platform(platform), m_windows(windows), m_session(session), m_analyze(analyze) {
 }
@@ -29,10 +29,10 @@ StartupOutcome Startup::run() {
         int failureNumber = 0;
         try {
             runStep(step);
-        } catch (const platform::Failure& failure) {
+        } catch (const vocabulary::Failure& failure) {
             failureNumber = failure.number();
         } catch (const std::bad_alloc&) {
-            failureNumber = platform::failure::OutOfMemory;
+            failureNumber = vocabulary::failure::OutOfMemory;
         } catch (const std::exception&) {
             failureNumber = kInternalFailure;
         }
@@ -84,7 +84,7 @@ void Startup::runStep(int step) {
         }
         break;
     case 8: {
-        const AppSettings& s = m_session.settings;
+        const session::AppSettings& s = m_session.settings;
         m_windows.placeFrame(static_cast<platform::WindowState>(s.WindowState), s.WindowLeft,
                              s.WindowTop, s.WindowHeight, s.WindowWidth);
         break;

@@ -8,7 +8,7 @@
 #include "documents/analyze.h"
 #include "platform/frame_windows.h"
 #include "platform/platform.h"
-#include "shell/session.h"
+#include "session/session.h"
 
 namespace titron::shell {
 
@@ -29,7 +29,7 @@ enum class StartupOutcome {
 
 class Startup {
   public:
-    Startup(platform::Platform& platform, platform::FrameWindows& windows, Session& session,
+    Startup(platform::Platform& platform, platform::FrameWindows& windows, session::Session& session,
             documents::Analyze& analyze);
 
     StartupOutcome run();
@@ -44,7 +44,7 @@ class Startup {
 
     platform::Platform& m_platform;
     platform::FrameWindows& m_windows;
-    Session& m_session;
+    session::Session& m_session;
     documents::Analyze& m_analyze;
     int m_failedStep = 0;
 };

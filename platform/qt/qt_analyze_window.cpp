@@ -69,7 +69,7 @@ QtAnalyzeWindow::QtAnalyzeWindow(documents::Analyze& analyze, QWidget* parent)
     m_results->setAcceptRichText(false);
     // Read-only still lets the user select and copy, as the pane always did.
     m_results->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    const shell::FontSpec& paneFont = analyze.resultsPane().font();
+    const documents::FontSpec& paneFont = analyze.resultsPane().font();
     QFont font(fromLatin1(paneFont.name));
     font.setStyleHint(QFont::TypeWriter);
     font.setPointSizeF(paneFont.points);
@@ -162,8 +162,8 @@ void QtAnalyzeWindow::showName() {
 }
 
 void QtAnalyzeWindow::showResults() {
-    const shell::ResultsPane& pane = m_analyze.resultsPane();
-    const shell::PaneLook& look = pane.look();
+    const documents::ResultsPane& pane = m_analyze.resultsPane();
+    const documents::PaneLook& look = pane.look();
 
     QPalette palette = m_results->palette();
     const QColor colour = look.formatted

@@ -20,7 +20,7 @@
 
 namespace titron::qt {
 
-QtMainWindow::QtMainWindow(shell::Session& session, documents::Analyze& analyze,
+QtMainWindow::QtMainWindow(session::Session& session, documents::Analyze& analyze,
                            comparison::Compare& compare, QWidget* parent)
     : QMainWindow(parent), m_session(session), m_compare(compare) {
     setObjectName(QStringLiteral("Main"));
@@ -49,7 +49,7 @@ QtMainWindow::QtMainWindow(shell::Session& session, documents::Analyze& analyze,
     m_analyzeWindow->resultsPane()->installEventFilter(m_shortcutGuard);
 
     session.frame.setListener([this] { render(); });
-    session.frame.setPopupListener([this](shell::PopupRequest at) { showPopup(at); });
+    session.frame.setPopupListener([this](session::PopupRequest at) { showPopup(at); });
     session.frameCaption.setListener([this] { showCaption(); });
     render();
     showCaption();
@@ -82,9 +82,9 @@ bool QtMainWindow::eventFilter(QObject* watched, QEvent* event) {
 // Every menu of the model becomes a menu of the bar, the pop-up included: the model keeps
 // it hidden there, and showPopup opens the same menu at the grid.
 void QtMainWindow::buildMenus() {
-    std::map<shell::MenuItem, QMenu*> menus;
+    std::map<session::MenuItem, QMenu*> menus;
     QList<QKeySequence> shortcuts;
-    for (const shell::MenuEntry& item : m_session.frame.menuItems()) {
+    for (const session::MenuEntry& item : m_session.frame.menuItems()) {
         const QString caption = fromLatin1(item.caption);
         QAction* action = nullptr;
         if (!item.parent) {
@@ -95,7 +95,7 @@ void QtMainWindow::buildMenus() {
             action = menus.at(*item.parent)->addSeparator();
         } else {
             action = menus.at(*item.parent)->addAction(caption);
-            const shell::MenuItem clicked = item.item;
+            const session::MenuItem clicked = item.item;
             connect(action, &QAction::triggered, this, [this, clicked] { menuClicked(clicked); });
         }
         if (!item.shortcut.empty()) {
@@ -105,7 +105,7 @@ void QtMainWindow::buildMenus() {
         }
         m_itemActions.push_back(action);
     }
-    m_popupMenu = menus.at(shell::MenuItem::DropEdit);
+    m_popupMenu = menus.at(session::MenuItem::DropEdit);
     m_shortcutGuard->setShortcuts(shortcuts);
 }
 
@@ -115,7 +115,7 @@ void QtMainWindow::buildToolBar() {
     m_toolBar->setMovable(false);
     m_toolBar->setFloatable(false);
     m_toolBar->setToolButtonStyle(Qt::ToolButtonIconOnly);
-    for (const shell::ToolButton& button : m_session.frame.toolButtons()) {
+    for (const session::ToolButton& button : m_session.frame.toolButtons()) {
         if (button.separator()) {
             m_buttonActions.push_back(m_toolBar->addSeparator());
             continue;
@@ -155,16 +155,16 @@ void QtMainWindow::showCaption() {
     setWindowTitle(caption);
 }
 
-void QtMainWindow::showPopup(shell::PopupRequest at) {
+void QtMainWindow::showPopup(session::PopupRequest at) {
     const QWidget* viewport = m_analyzeWindow->gridView()->viewport();
     m_popupMenu->exec(viewport->mapToGlobal(QPoint(at.x, at.y)));
 }
 
-QAction* QtMainWindow::menuAction(shell::MenuItem item) const {
+QAction* QtMainWindow::menuAction(session::MenuItem item) const {
     return m_itemActions.at(static_cast<std::size_t>(item));
 }
 
-void QtMainWindow::menuClicked(shell::MenuItem item) {
+void QtMainWindow::menuClicked(session::MenuItem item) {
     if (m_main != nullptr) {
         m_main->menuClick(item);
     }

@@ -10,9 +10,9 @@
 
 #include "comparison/compare.h"
 #include "documents/analyze.h"
-#include "shell/frame_model.h"
+#include "session/frame_model.h"
 #include "shell/main_frame.h"
-#include "shell/session.h"
+#include "session/session.h"
 
 class QMdiArea;
 class QMdiSubWindow;
@@ -27,7 +27,7 @@ class QtShortcutGuard;
 
 class QtMainWindow : public QMainWindow {
   public:
-    QtMainWindow(shell::Session& session, documents::Analyze& analyze, comparison::Compare& compare,
+    QtMainWindow(session::Session& session, documents::Analyze& analyze, comparison::Compare& compare,
                  QWidget* parent = nullptr);
     ~QtMainWindow() override;
 
@@ -41,7 +41,7 @@ class QtMainWindow : public QMainWindow {
     QMdiSubWindow* compareSubWindow() const { return m_compareSubWindow; }
     QToolBar* toolBar() const { return m_toolBar; }
     // The action that shows a menu item (a menu's own action for a menu of the bar).
-    QAction* menuAction(shell::MenuItem item) const;
+    QAction* menuAction(session::MenuItem item) const;
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -52,13 +52,13 @@ class QtMainWindow : public QMainWindow {
     void buildToolBar();
     void render();
     void showCaption();
-    void showPopup(shell::PopupRequest at);
-    void menuClicked(shell::MenuItem item);
+    void showPopup(session::PopupRequest at);
+    void menuClicked(session::MenuItem item);
     void toolClicked(const std::string& key);
     // The keyboard focus to where the window in front keeps it.
     void followFocus();
 
-    shell::Session& m_session;
+    session::Session& m_session;
     comparison::Compare& m_compare;
     shell::Main* m_main = nullptr;
     QMdiArea* m_mdiArea;

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "analysis/figures.h"
-#include "platform/failure.h"
+#include "vocabulary/failure.h"
 
 namespace titron::analysis {
 namespace {
@@ -134,8 +134,8 @@ TEST(EstimatorTest, ExponentialOverflowIsFailureSix) {
                                      {1e100, 1, 2}}),
                               none.question());
         ADD_FAILURE() << "expected an overflow";
-    } catch (const platform::Failure& failure) {
-        EXPECT_EQ(failure.number(), platform::failure::Overflow);
+    } catch (const vocabulary::Failure& failure) {
+        EXPECT_EQ(failure.number(), vocabulary::failure::Overflow);
     }
 }
 
@@ -171,8 +171,8 @@ TEST(FiguresTest, TinyWeightMakesTheUpperLimitOverflow) {
     try {
         computeFigures(e, 2);
         ADD_FAILURE() << "expected an overflow";
-    } catch (const platform::Failure& failure) {
-        EXPECT_EQ(failure.number(), platform::failure::Overflow);
+    } catch (const vocabulary::Failure& failure) {
+        EXPECT_EQ(failure.number(), vocabulary::failure::Overflow);
     }
 }
 

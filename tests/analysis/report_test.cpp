@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/failure.h"
+#include "vocabulary/failure.h"
 #include "tests/worked_examples.h"
 
 namespace titron::analysis {
@@ -123,8 +123,8 @@ TEST(ReportTextTest, LowerLimitOfZeroIsADivisionByZero) {
     try {
         reportText(f, "", "", "");
         ADD_FAILURE() << "expected a division by zero";
-    } catch (const platform::Failure& failure) {
-        EXPECT_EQ(failure.number(), platform::failure::DivisionByZero);
+    } catch (const vocabulary::Failure& failure) {
+        EXPECT_EQ(failure.number(), vocabulary::failure::DivisionByZero);
     }
 }
 

@@ -98,7 +98,7 @@ TEST_F(CompareTest, EnteringScansTheDirectoryAndLeavingEmptiesTheGrid) {
     for (int row : {1, 2, kFiles / 2, kFiles - 1, kFiles}) {
         const std::string& name = listed[static_cast<std::size_t>(row - 1)];
         EXPECT_EQ(grid().cell(column::File, row),
-                  shell::lowerCase(directory.string()) + "/" + name);
+                  vocabulary::lowerCase(directory.string()) + "/" + name);
         std::string expectedName("Run ");
         expectedName.append(name, 3, name.size() - 7);
         EXPECT_EQ(grid().cell(column::Name, row), expectedName);
@@ -126,7 +126,7 @@ TEST_F(CompareTest, EmptyDirectoryThenAddedFilesAndTheCursorChoosesTheComparison
     EXPECT_EQ(compare.comparisonRow(), 0);
     platform.queueFileChoice(writeFile("a.tna", analysisText("A", "-2.99573", "0.1000")));
     compare.openFile();
-    EXPECT_EQ(grid().cell(column::File, 1), shell::lowerCase(path("a.tna")));
+    EXPECT_EQ(grid().cell(column::File, 1), vocabulary::lowerCase(path("a.tna")));
     EXPECT_TRUE(onlyRedRow(1));
     platform.queueFileChoice(writeFile("b.tna", analysisText("B", "-2.30259", "0.2500")));
     compare.openFile();
@@ -237,7 +237,7 @@ TEST_F(CompareTest, ResizeSharesTheWidthAboveThreeThousandTwips) {
 // beyond it are left out, and the window goes on.
 TEST(CompareCapacityTest, ADirectoryBeyondTheGridsRowsFillsItAndLeavesTheRestOut) {
     fuzz::FuzzPlatform p;
-    shell::Session session;
+    session::Session session;
     Compare compare(p.services, session);
     const std::string text = analysisText("Same", "-2.00000", "0.1000");
     char name[32];

@@ -20,9 +20,9 @@ TEST_F(AnalysisFileTest, TableFormHasFileLineNameLineTableAndAFinalLineEnd) {
                                    "1\t\t1000\t\t5\t\t24\t\t\r\n"
                                    "2\t\t100000000\t23\t\t24\t\tsecond plate\r\n"
                                    "\r\n");
-    EXPECT_EQ(session.AnalysisChanged, shell::kUnchanged);
+    EXPECT_EQ(session.AnalysisChanged, session::kUnchanged);
     EXPECT_EQ(session.AnalysisFile, path("out.tna"));
-    EXPECT_EQ(session.frameCaption.text(), "Titron - [" + shell::lowerCase(path("out.tna")) + "]");
+    EXPECT_EQ(session.frameCaption.text(), "Titron - [" + vocabulary::lowerCase(path("out.tna")) + "]");
 }
 
 TEST_F(AnalysisFileTest, TableFormWithoutFileOrNameIsJustTheTable) {
@@ -70,7 +70,7 @@ TEST_F(AnalysisFileTest, FailedWriteLeavesWhatWasThereAndTheWindowGoesOn) {
     }
     EXPECT_EQ(entries, 1) << "the half-written file must not stay behind";
     // The window goes on as if the write had worked.
-    EXPECT_EQ(session.AnalysisChanged, shell::kUnchanged);
+    EXPECT_EQ(session.AnalysisChanged, session::kUnchanged);
     EXPECT_EQ(session.AnalysisFile, path("taken.tna"));
 }
 

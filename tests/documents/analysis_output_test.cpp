@@ -51,7 +51,7 @@ TEST_F(AnalysisOutputTest, CopyGivesTheGridBlockOrTheReportWithSingleTabs) {
     const std::string before = documentState();
     analyze.copyFile();
     std::string expected = pane();
-    shell::replaceText(expected, "\t\t", "\t");
+    vocabulary::replaceText(expected, "\t\t", "\t");
     EXPECT_EQ(platform.text(), expected);
     EXPECT_EQ(platform.text().find("\t\t"), std::string::npos);
     EXPECT_NE(pane().find("\t\t"), std::string::npos); // the pane keeps its doubled Tabs

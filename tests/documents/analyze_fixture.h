@@ -11,8 +11,8 @@
 
 #include "documents/analyze.h"
 #include "platform/scripted_platform.h"
-#include "shell/session.h"
-#include "shell/text_routines.h"
+#include "session/session.h"
+#include "vocabulary/text_routines.h"
 
 namespace titron::documents::testing {
 
@@ -24,7 +24,7 @@ struct Row {
 struct FreshDocument {
     FreshDocument() { analyze.load(); }
     platform::ScriptedPlatform platform;
-    shell::Session session;
+    session::Session session;
     Analyze analyze{platform.services(), session};
 };
 
@@ -92,7 +92,7 @@ class AnalyzeFixture : public ::testing::Test {
     const std::vector<platform::ShownBox>& boxes() const { return platform.boxes(); }
 
     platform::ScriptedPlatform platform;
-    shell::Session session;
+    session::Session session;
     Analyze analyze;
     std::filesystem::path startDirectory;
     std::filesystem::path directory;

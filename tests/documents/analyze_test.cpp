@@ -17,7 +17,7 @@ class AnalyzeCommandTest : public AnalyzeFixture {
     // was but for the cursor.
     void expectRefused(const std::string& title, const std::string& text, int col, int row) {
         analyze.resultsPane().setText("an older report that must stay on view, 50 chars or more");
-        session.AnalysisChanged = shell::kUnchanged;
+        session.AnalysisChanged = session::kUnchanged;
         analyze.analyze();
         ASSERT_EQ(boxes().size(), 1u);
         EXPECT_EQ(boxes()[0].request.title, title);
@@ -25,7 +25,7 @@ class AnalyzeCommandTest : public AnalyzeFixture {
         EXPECT_EQ(boxes()[0].request.icon, Icon::Exclamation);
         EXPECT_FALSE(boxes()[0].pointerBusy);
         EXPECT_EQ(pane(), "an older report that must stay on view, 50 chars or more");
-        EXPECT_EQ(session.AnalysisChanged, shell::kUnchanged);
+        EXPECT_EQ(session.AnalysisChanged, session::kUnchanged);
         if (col != 0) {
             EXPECT_EQ(analyze.grid().activeCol(), col);
             EXPECT_EQ(analyze.grid().activeRow(), row);
@@ -47,10 +47,10 @@ TEST_F(AnalyzeCommandTest, FourRowExampleFillsThePaneMarksTheDocumentAndFormatsI
                           "2\t\t3000\t\t6\t\t24\t\t\r\n"
                           "3\t\t10000\t\t14\t\t24\t\t\r\n"
                           "4\t\t30000\t\t22\t\t24\t\t\r\n");
-    EXPECT_EQ(session.AnalysisChanged, shell::kChanged);
+    EXPECT_EQ(session.AnalysisChanged, session::kChanged);
     EXPECT_TRUE(boxes().empty());
     EXPECT_TRUE(analyze.resultsPane().look().formatted);
-    EXPECT_EQ(analyze.resultsPane().look().colour, (shell::Rgb{0, 0, 128}));
+    EXPECT_EQ(analyze.resultsPane().look().colour, (documents::Rgb{0, 0, 128}));
     EXPECT_EQ(analyze.resultsPane().look().tabStopsTwips,
               (std::vector<int>{0, 960, 1920, 2880, 3840, 4800, 5760, 6720, 7680, 8640}));
     EXPECT_EQ(analyze.resultsPane().font().name, "Courier New");
@@ -188,12 +188,12 @@ TEST_F(AnalyzeCommandTest, ArithmeticFailureDropsTheReportAndKeepsTheFlag) {
           {"1E-300", "1", "2", ""},
           {"1E-300", "1", "2", ""},
           {"1E100", "1", "2", ""}});
-    session.AnalysisChanged = shell::kUnchanged;
+    session.AnalysisChanged = session::kUnchanged;
     analyze.analyze();
     ASSERT_EQ(boxes().size(), 1u);
     EXPECT_EQ(boxes()[0].request.title, "Titron ERROR #6");
     EXPECT_EQ(pane(), kEmptyResults);
-    EXPECT_EQ(session.AnalysisChanged, shell::kUnchanged);
+    EXPECT_EQ(session.AnalysisChanged, session::kUnchanged);
     EXPECT_TRUE(analyze.resultsPane().look().formatted);
 }
 
@@ -256,22 +256,22 @@ TEST_F(DocumentRulesTest, FirstCellEditAfterASaveResetsThePaneLaterOnesLeaveIt) 
     analyze.grid().userCommitEdit();
     EXPECT_EQ(pane(), report); // unsaved report stays while cells change
 
-    session.AnalysisChanged = shell::kUnchanged; // as after a save
+    session.AnalysisChanged = session::kUnchanged; // as after a save
     analyze.grid().userKeyPress('7');
     analyze.grid().userCommitEdit();
     EXPECT_EQ(pane(), kEmptyResults);
-    EXPECT_EQ(session.AnalysisChanged, shell::kChanged);
+    EXPECT_EQ(session.AnalysisChanged, session::kChanged);
 }
 
 TEST_F(DocumentRulesTest, RenamingThrowsTheReportAwayButNamingAnEmptyDocumentChangesNothing) {
     analyze.nameBox().setText("New name");
-    EXPECT_EQ(session.AnalysisChanged, shell::kUnchanged);
+    EXPECT_EQ(session.AnalysisChanged, session::kUnchanged);
     typeFourRowExample();
     analyze.analyze();
-    session.AnalysisChanged = shell::kUnchanged;
+    session.AnalysisChanged = session::kUnchanged;
     analyze.nameBox().setText("Other");
     EXPECT_EQ(pane(), kEmptyResults);
-    EXPECT_EQ(session.AnalysisChanged, shell::kChanged);
+    EXPECT_EQ(session.AnalysisChanged, session::kChanged);
 }
 
 } // namespace

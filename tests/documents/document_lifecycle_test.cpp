@@ -13,7 +13,7 @@ using platform::Answer;
 
 class DocumentLifecycleTest : public AnalyzeFixture {
   protected:
-    bool changed() const { return session.AnalysisChanged == shell::kChanged; }
+    bool changed() const { return session.AnalysisChanged == session::kChanged; }
     const std::string& caption() const { return session.frameCaption.text(); }
     // The transcript's lines that start with prefix, in order.
     std::vector<std::string> lines(const std::string& prefix) const {
@@ -56,7 +56,7 @@ TEST_F(DocumentLifecycleTest, SaveOffersTheFilesOwnNameWithTheAnalysisExtension)
     writeFile("run.3.txt", "Dose,Responses,Tested\r\n1000,2,24\r\n3000,6,24\r\n");
     platform.queueFileChoice(path("run.3.txt"));
     analyze.openFile();
-    EXPECT_EQ(caption(), "Titron - [" + shell::lowerCase(path("run.3.txt")) + "]");
+    EXPECT_EQ(caption(), "Titron - [" + vocabulary::lowerCase(path("run.3.txt")) + "]");
     EXPECT_EQ(session.LastDirectory, directory.string());
     platform.queueFileChoice(std::nullopt);
     analyze.saveFile();
@@ -80,7 +80,7 @@ TEST_F(DocumentLifecycleTest, SavedAnalysisOpensAgainWithTheSamePaneNameAndCells
     const std::string report = pane();
     saveAs("spleen.tna");
     EXPECT_FALSE(changed());
-    EXPECT_EQ(caption(), "Titron - [" + shell::lowerCase(path("spleen.tna")) + "]");
+    EXPECT_EQ(caption(), "Titron - [" + vocabulary::lowerCase(path("spleen.tna")) + "]");
     EXPECT_EQ(readFile("spleen.tna"), report + "\r\n");
 
     analyze.newFile();
@@ -292,7 +292,7 @@ TEST_F(DocumentLifecycleTest, PastedNameWithQuoteAndCommaShowsBothBoxesAndKeepsT
     EXPECT_EQ(analyze.focus(), Control::AnalysisName);
     EXPECT_EQ(analyze.nameBox().text(), "A \"b\", c");
     // Insert and Delete stay off: the grid had the focus only for the moment of the boxes.
-    EXPECT_FALSE(session.frame.item(shell::MenuItem::EditInsert).enabled);
+    EXPECT_FALSE(session.frame.item(session::MenuItem::EditInsert).enabled);
 }
 
 } // namespace

@@ -40,7 +40,7 @@ class LoadAnalysisTest : public AnalyzeFixture {
 };
 
 TEST_F(LoadAnalysisTest, TableFormWithANameFillsNameGridAndPane) {
-    session.AnalysisChanged = shell::kChanged;
+    session.AnalysisChanged = session::kChanged;
     ASSERT_EQ(open("spleen.tna", kTableForm), LoadOutcome::Loaded);
     EXPECT_EQ(analyze.nameBox().text(), "Spleen A");
     EXPECT_EQ(pane(), kTableForm.substr(kTableForm.find("Analysis Name: ")));
@@ -48,9 +48,9 @@ TEST_F(LoadAnalysisTest, TableFormWithANameFillsNameGridAndPane) {
     expectRow(1, "1000", "5", "24", "");
     expectRow(2, "100000000", "23", "24", "second plate");
     EXPECT_EQ(analyze.grid().dataRowCount(), 2);
-    EXPECT_EQ(session.AnalysisChanged, shell::kUnchanged);
+    EXPECT_EQ(session.AnalysisChanged, session::kUnchanged);
     EXPECT_EQ(session.frameCaption.text(),
-              "Titron - [" + shell::lowerCase(path("spleen.tna")) + "]");
+              "Titron - [" + vocabulary::lowerCase(path("spleen.tna")) + "]");
     EXPECT_TRUE(boxes().empty());
     EXPECT_FALSE(platform.pointerBusy());
 }
@@ -165,7 +165,7 @@ TEST_F(LoadAnalysisTest, AppendAddsRowsBelowAndDropsTheFilesHeadingLine) {
     expectRow(4, "30000", "22", "24", "");
     expectRow(5, "50000", "23", "24", "");
     EXPECT_EQ(pane(), kEmptyResults);
-    EXPECT_EQ(session.AnalysisChanged, shell::kChanged);
+    EXPECT_EQ(session.AnalysisChanged, session::kChanged);
     EXPECT_EQ(session.frameCaption.text(), "Titron");
     EXPECT_EQ(session.AnalysisFile, path("more.tna"));
 }
@@ -181,11 +181,11 @@ TEST_F(LoadAnalysisTest, AppendWithoutHeadingKeepsEveryLine) {
 TEST_F(LoadAnalysisTest, CancelAtTheAppendQuestionChangesNothing) {
     typeFourRowExample();
     session.AnalysisFile = "/old/path.tna";
-    session.AnalysisChanged = shell::kChanged;
+    session.AnalysisChanged = session::kChanged;
     platform.queueAnswer(Answer::Cancel);
     EXPECT_EQ(open("x.tna", kTableForm), LoadOutcome::Cancelled);
     EXPECT_EQ(session.AnalysisFile, "/old/path.tna");
-    EXPECT_EQ(session.AnalysisChanged, shell::kChanged);
+    EXPECT_EQ(session.AnalysisChanged, session::kChanged);
     expectRow(1, "1000", "2", "24", "");
 }
 
@@ -196,8 +196,8 @@ TEST_F(LoadAnalysisTest, EmptyFileLeavesEmptyRowsTheEmptyPaneAndTheCaptionOnTheP
     EXPECT_EQ(analyze.grid().dataRowCount(), 0);
     EXPECT_EQ(pane(), kEmptyResults);
     EXPECT_EQ(session.frameCaption.text(),
-              "Titron - [" + shell::lowerCase(path("empty.tna")) + "]");
-    EXPECT_EQ(session.AnalysisChanged, shell::kUnchanged);
+              "Titron - [" + vocabulary::lowerCase(path("empty.tna")) + "]");
+    EXPECT_EQ(session.AnalysisChanged, session::kUnchanged);
 }
 
 TEST_F(LoadAnalysisTest, RowLimitGrowsInStepsOfHundredPastFifteenHundred) {

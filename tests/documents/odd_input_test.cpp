@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "analysis/number_mask.h"
+#include "vocabulary/number_mask.h"
 #include "analyze_fixture.h"
 #include "comparison/compare.h"
 #include "comparison/compare_rows.h"
@@ -85,7 +85,7 @@ TEST_F(OddInputTest, HundredThousandCharacterNameAndCommentsKeepWhole) {
     ASSERT_EQ(compare.addFile(path("long.tna")), comparison::AddOutcome::Added);
     EXPECT_EQ(compare.grid().cell(comparison::column::Name, 1), name);
     EXPECT_EQ(compare.grid().cell(comparison::column::LogProportion, 1),
-              analysis::formatMask(run.figures->logProportion, "##0.00000"));
+              vocabulary::formatMask(run.figures->logProportion, "##0.00000"));
 }
 
 } // namespace

@@ -35,7 +35,7 @@ TEST_F(BlockCommandsTest, FillCopiesTheTopCellDownTheBlockOnly) {
 TEST_F(BlockCommandsTest, NoneOfThemMarksTheDocumentOrTouchesTheReport) {
     const std::string report(60, 'r');
     analyze.resultsPane().setText(report);
-    session.AnalysisChanged = shell::kUnchanged;
+    session.AnalysisChanged = session::kUnchanged;
     type({{"1", "2", "3", "a"}, {"4", "5", "6", "b"}});
     grid().userSelect({1, 1, 2, 2});
     analyze.dropCopy();
@@ -55,7 +55,7 @@ TEST_F(BlockCommandsTest, NoneOfThemMarksTheDocumentOrTouchesTheReport) {
     grid().userSelect({1, 5, 1, 6});
     analyze.dropFill();
     EXPECT_EQ(pane(), report);
-    EXPECT_EQ(session.AnalysisChanged, shell::kUnchanged);
+    EXPECT_EQ(session.AnalysisChanged, session::kUnchanged);
     EXPECT_TRUE(boxes().empty());
 }
 

@@ -121,7 +121,7 @@ TEST_F(DataGridTest, DeleteKeyClearsTargetAndAlwaysMarksResultsOutOfDate) {
     grid().userMoveTo(2, 3);
     grid().userKeyDown(kDelete, 0);
     EXPECT_EQ(pane(), kEmptyResults);
-    EXPECT_EQ(session.AnalysisChanged, shell::kChanged);
+    EXPECT_EQ(session.AnalysisChanged, session::kChanged);
 
     // Whole rows: columns 1 to 4 of those rows, row numbers kept.
     type({{"1", "2", "3", "a"}, {"4", "5", "6", "b"}, {"7", "8", "9", "c"}});
@@ -153,31 +153,31 @@ TEST_F(DataGridTest, CtrlVOnWholeRowsKeepsTheRowNumbers) {
 }
 
 TEST_F(DataGridTest, FocusSwitchesTheRowCommandsAndAddressesTheActiveCell) {
-    const shell::FrameModel& frame = session.frame;
-    EXPECT_FALSE(frame.item(shell::MenuItem::EditInsert).enabled);
+    const session::FrameModel& frame = session.frame;
+    EXPECT_FALSE(frame.item(session::MenuItem::EditInsert).enabled);
     grid().userMoveTo(3, 7);
     grid().addressCell(1, 1);
     analyze.setFocus(Control::Grid);
     EXPECT_EQ(grid().col(), 3);
     EXPECT_EQ(grid().row(), 7);
-    EXPECT_TRUE(frame.item(shell::MenuItem::EditInsert).enabled);
-    EXPECT_TRUE(frame.item(shell::MenuItem::EditDelete).enabled);
+    EXPECT_TRUE(frame.item(session::MenuItem::EditInsert).enabled);
+    EXPECT_TRUE(frame.item(session::MenuItem::EditDelete).enabled);
     for (const char* key : {"Insert", "Delete"}) {
         EXPECT_TRUE(frame.button(key).enabled) << key;
     }
     analyze.setFocus(Control::AnalysisName);
-    EXPECT_FALSE(frame.item(shell::MenuItem::EditInsert).enabled);
-    EXPECT_FALSE(frame.item(shell::MenuItem::EditDelete).enabled);
+    EXPECT_FALSE(frame.item(session::MenuItem::EditInsert).enabled);
+    EXPECT_FALSE(frame.item(session::MenuItem::EditDelete).enabled);
     EXPECT_FALSE(frame.button("Insert").enabled);
     EXPECT_FALSE(frame.button("Delete").enabled);
 }
 
 TEST_F(DataGridTest, RightClickEnablesFillForOneColumnBlocksAndPasteForText) {
-    const shell::FrameModel& frame = session.frame;
+    const session::FrameModel& frame = session.frame;
     grid().userSelect({2, 3, 2, 8});
     grid().userRightClick(1, 5, 5, 40, 60);
-    EXPECT_TRUE(frame.item(shell::MenuItem::DropFill).enabled);
-    EXPECT_FALSE(frame.item(shell::MenuItem::DropPaste).enabled); // empty clipboard
+    EXPECT_TRUE(frame.item(session::MenuItem::DropFill).enabled);
+    EXPECT_FALSE(frame.item(session::MenuItem::DropPaste).enabled); // empty clipboard
     ASSERT_EQ(frame.popupsOpened().size(), 1u);
     EXPECT_EQ(frame.popupsOpened()[0].x, 40);
     EXPECT_EQ(frame.popupsOpened()[0].y, 60);
@@ -185,14 +185,14 @@ TEST_F(DataGridTest, RightClickEnablesFillForOneColumnBlocksAndPasteForText) {
     platform.setText("1");
     grid().userSelect({2, 3, 3, 8});
     grid().userRightClick(1, 5, 5, 0, 0);
-    EXPECT_FALSE(frame.item(shell::MenuItem::DropFill).enabled);
-    EXPECT_TRUE(frame.item(shell::MenuItem::DropPaste).enabled);
+    EXPECT_FALSE(frame.item(session::MenuItem::DropFill).enabled);
+    EXPECT_TRUE(frame.item(session::MenuItem::DropPaste).enabled);
 
     grid().userMoveTo(1, 1); // a single cell is no block
     grid().userRightClick(1, 1, 1, 0, 0);
-    EXPECT_FALSE(frame.item(shell::MenuItem::DropFill).enabled);
+    EXPECT_FALSE(frame.item(session::MenuItem::DropFill).enabled);
     // Cut, copy and delete stay on.
-    for (auto item : {shell::MenuItem::DropCut, shell::MenuItem::DropCopy, shell::MenuItem::DropDelete}) {
+    for (auto item : {session::MenuItem::DropCut, session::MenuItem::DropCopy, session::MenuItem::DropDelete}) {
         EXPECT_TRUE(frame.item(item).enabled) << static_cast<int>(item);
     }
 }

@@ -1,6 +1,6 @@
 #include "entry/grid.h"
 
-#include "platform/failure.h"
+#include "vocabulary/failure.h"
 #include "platform/platform.h"
 
 #include <gtest/gtest.h>
@@ -30,7 +30,7 @@ class FakeClipboard : public platform::Clipboard {
 int failureNumber(const std::function<void()>& action) {
     try {
         action();
-    } catch (const platform::Failure& failure) {
+    } catch (const vocabulary::Failure& failure) {
         return failure.number();
     }
     return 0;

@@ -49,7 +49,7 @@ TEST_F(RowCommandsTest, InsertWithoutBlockAsksForOneRowAndPutsItBeforeTheActiveR
     EXPECT_EQ(cell(1, 6), "d5");
     expectNumberedAndBlue();
     EXPECT_EQ(pane(), kEmptyResults);
-    EXPECT_EQ(session.AnalysisChanged, shell::kChanged);
+    EXPECT_EQ(session.AnalysisChanged, session::kChanged);
 }
 
 TEST_F(RowCommandsTest, BlockSizesTheInsertAndTheActiveRowPlacesIt) {
@@ -83,7 +83,7 @@ TEST_F(RowCommandsTest, PromptsKeepThePluralForOneRowAndCountTenForWholeColumns)
 TEST_F(RowCommandsTest, NoLeavesGridAndResultsUntouched) {
     fillDoses(3);
     analyze.resultsPane().setText(std::string(60, 'r'));
-    session.AnalysisChanged = shell::kUnchanged;
+    session.AnalysisChanged = session::kUnchanged;
     grid().userMoveTo(1, 2);
     platform.queueAnswer(platform::Answer::No);
     analyze.editInsert();
@@ -92,7 +92,7 @@ TEST_F(RowCommandsTest, NoLeavesGridAndResultsUntouched) {
     EXPECT_EQ(cell(1, 2), "d2");
     EXPECT_EQ(grid().rowLimit(), 100);
     EXPECT_EQ(pane(), std::string(60, 'r'));
-    EXPECT_EQ(session.AnalysisChanged, shell::kUnchanged);
+    EXPECT_EQ(session.AnalysisChanged, session::kUnchanged);
 }
 
 TEST_F(RowCommandsTest, DeleteRemovesTheActiveRowOrTheBlocksRows) {

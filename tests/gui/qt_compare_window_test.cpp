@@ -24,7 +24,7 @@
 #include "platform/qt/qt_grid_view.h"
 #include "platform/qt/qt_twips.h"
 #include "platform/scripted_platform.h"
-#include "shell/text_routines.h"
+#include "vocabulary/text_routines.h"
 #include "tests/gui/qt_frame_fixture.h"
 
 namespace titron::qt {
@@ -51,7 +51,7 @@ class QtCompareWindowTest : public testing::QtFrameFixture {
     static void saveAnalysis(const std::string& file, const std::string& name,
                              const std::array<const char*, 4>& positives) {
         platform::ScriptedPlatform scripted;
-        shell::Session headlessSession;
+        session::Session headlessSession;
         documents::Analyze headless(scripted.services(), headlessSession);
         headless.load();
         headless.nameBox().setText(name);
@@ -88,7 +88,7 @@ class QtCompareWindowTest : public testing::QtFrameFixture {
 
     // A file's cell: the directory's path in lower case and the file's name.
     std::string directoryCell(const std::string& file) {
-        return shell::lowerCase(m_directory.path().toStdString()) + "/" + file;
+        return vocabulary::lowerCase(m_directory.path().toStdString()) + "/" + file;
     }
 
   private:

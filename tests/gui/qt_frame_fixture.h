@@ -15,7 +15,7 @@
 #include "platform/qt/qt_main_window.h"
 #include "platform/qt/qt_platform.h"
 #include "shell/main_frame.h"
-#include "shell/session.h"
+#include "session/session.h"
 
 namespace titron::qt::testing {
 
@@ -51,7 +51,7 @@ class QtFrameFixture : public ::testing::Test {
     }
 
     QtPlatform platform;
-    shell::Session session;
+    session::Session session;
     documents::Analyze analyze;
     comparison::Compare compare;
     QtMainWindow window;

@@ -19,7 +19,7 @@
 #include "entry/grid.h"
 #include "platform/qt/qt_grid_model.h"
 #include "platform/scripted_platform.h"
-#include "shell/session.h"
+#include "session/session.h"
 
 namespace titron::qt {
 namespace {
@@ -210,7 +210,7 @@ class QtGridViewTest : public ::testing::Test {
     }
 
     platform::ScriptedPlatform platform;
-    shell::Session session;
+    session::Session session;
     documents::Analyze analyze;
     QWidget window; // after the grid: the view lets go of the grid before the grid goes
     QtGridView* view;
@@ -320,16 +320,16 @@ TEST_F(QtGridViewTest, RightClickAsksForThePopupWithItsItemsSet) {
     ASSERT_EQ(session.frame.popupsOpened().size(), 1u);
     EXPECT_EQ(session.frame.popupsOpened()[0].x, at.x());
     EXPECT_EQ(session.frame.popupsOpened()[0].y, at.y());
-    EXPECT_TRUE(session.frame.item(shell::MenuItem::DropFill).enabled);
-    EXPECT_TRUE(session.frame.item(shell::MenuItem::DropPaste).enabled);
+    EXPECT_TRUE(session.frame.item(session::MenuItem::DropFill).enabled);
+    EXPECT_TRUE(session.frame.item(session::MenuItem::DropPaste).enabled);
     EXPECT_EQ(grid().selection(), (CellBlock{1, 1, 1, 3})); // the click left it alone
 
     drag(centreOf(1, 1), centreOf(2, 3));
     platform.clear();
     QTest::mouseClick(view->viewport(), Qt::RightButton, {}, centreOf(2, 2));
     EXPECT_EQ(session.frame.popupsOpened().size(), 2u);
-    EXPECT_FALSE(session.frame.item(shell::MenuItem::DropFill).enabled);
-    EXPECT_FALSE(session.frame.item(shell::MenuItem::DropPaste).enabled);
+    EXPECT_FALSE(session.frame.item(session::MenuItem::DropFill).enabled);
+    EXPECT_FALSE(session.frame.item(session::MenuItem::DropPaste).enabled);
 }
 
 TEST_F(QtGridViewTest, ClicksSelectLinesMoveTheCursorAndOpenCells) {

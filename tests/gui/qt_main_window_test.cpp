@@ -39,7 +39,7 @@ class QtMainWindowTest : public testing::QtFrameFixture {
     // The report of the four-row assay as the scripted platform's run writes it.
     static std::string headlessReport(const std::string& name) {
         platform::ScriptedPlatform scripted;
-        shell::Session headlessSession;
+        session::Session headlessSession;
         documents::Analyze headless(scripted.services(), headlessSession);
         headless.load();
         headless.nameBox().setText(name);
@@ -50,7 +50,7 @@ class QtMainWindowTest : public testing::QtFrameFixture {
 };
 
 TEST_F(QtMainWindowTest, MenusAndToolbarShowTheFrameModel) {
-    for (const shell::MenuEntry& item : session.frame.menuItems()) {
+    for (const session::MenuEntry& item : session.frame.menuItems()) {
         const int at = static_cast<int>(item.item);
         QAction* a = window.menuAction(item.item);
         ASSERT_NE(a, nullptr) << at;
@@ -165,8 +165,8 @@ TEST_F(QtMainWindowTest, InsertAndDeleteFollowTheGridsFocus) {
     EXPECT_EQ(analyze.focus(), documents::Control::Grid);
     EXPECT_TRUE(action("Insert")->isEnabled());
     EXPECT_TRUE(action("Delete")->isEnabled());
-    EXPECT_TRUE(window.menuAction(shell::MenuItem::EditInsert)->isEnabled());
-    EXPECT_TRUE(window.menuAction(shell::MenuItem::EditDelete)->isEnabled());
+    EXPECT_TRUE(window.menuAction(session::MenuItem::EditInsert)->isEnabled());
+    EXPECT_TRUE(window.menuAction(session::MenuItem::EditDelete)->isEnabled());
 
     whenModal([](QWidget* box) { QTest::keyClick(box, Qt::Key_Return); });
     platform.services().dialogs.messageBox({"T", "over the grid"});
@@ -181,7 +181,7 @@ TEST_F(QtMainWindowTest, InsertAndDeleteFollowTheGridsFocus) {
     EXPECT_EQ(analyze.focus(), documents::Control::AnalysisName);
     EXPECT_FALSE(action("Insert")->isEnabled());
     EXPECT_FALSE(action("Delete")->isEnabled());
-    EXPECT_FALSE(window.menuAction(shell::MenuItem::EditInsert)->isEnabled());
+    EXPECT_FALSE(window.menuAction(session::MenuItem::EditInsert)->isEnabled());
 
     resultsPane().setFocus(Qt::TabFocusReason);
     EXPECT_EQ(analyze.focus(), documents::Control::Results);
@@ -203,7 +203,7 @@ TEST_F(QtMainWindowTest, CtrlAInTheGridAnalyzesAndLeavesTheFocusThere) {
 // changed, where Cancel keeps the program open.
 TEST_F(QtMainWindowTest, ClosingTheFrameAsksWhileChangedAndCancelKeepsItOpen) {
     typeFourRowAssay(analyze.grid());
-    session.AnalysisChanged = shell::kChanged;
+    session.AnalysisChanged = session::kChanged;
     QString question;
     whenModal([&](QWidget* modal) {
         if (auto* box = qobject_cast<QMessageBox*>(modal)) {
@@ -356,7 +356,7 @@ TEST_F(QtMainWindowTest, AboutShowsTitleBuildAndClosesWithOk) {
         }
         modal->close();
     });
-    window.menuAction(shell::MenuItem::HelpAbout)->trigger();
+    window.menuAction(session::MenuItem::HelpAbout)->trigger();
     EXPECT_EQ(title, QStringLiteral("Titron"));
     const QString shown = texts.join(QLatin1Char('\n'));
     EXPECT_TRUE(shown.contains(QStringLiteral("Version 1.1")));

@@ -22,7 +22,7 @@
 #include "platform/qt/qt_title_form.h"
 #include "platform/qt/qt_twips.h"
 #include "shell/main_frame.h"
-#include "shell/session.h"
+#include "session/session.h"
 #include "shell/startup.h"
 
 namespace titron::qt {
@@ -56,7 +56,7 @@ TEST_F(QtStartupTest, SplashStandsWhileTheFramePlacesItselfFromTheSettings) {
            "500,0,0,0,0\r\n1800\r\n";
 
     QtPlatform platform;
-    shell::Session session;
+    session::Session session;
     documents::Analyze analyze(platform.services(), session);
     comparison::Compare compare(platform.services(), session);
     QtMainWindow window(session, analyze, compare);
@@ -101,7 +101,7 @@ TEST_F(QtStartupTest, SplashStandsWhileTheFramePlacesItselfFromTheSettings) {
 
 TEST(QtFrameWindowsDeathTest, EndProgramEndsAtOnceWithStatusOne) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    shell::Session session;
+    session::Session session;
     QtPlatform platform;
     documents::Analyze analyze(platform.services(), session);
     comparison::Compare compare(platform.services(), session);

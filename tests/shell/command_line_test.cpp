@@ -8,8 +8,8 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
-#include "analysis/number_mask.h"
-#include "shell/text_routines.h"
+#include "vocabulary/number_mask.h"
+#include "vocabulary/text_routines.h"
 
 namespace titron::shell {
 namespace {
@@ -54,7 +54,7 @@ TEST_F(CommandLineTest, ReportGoesToStandardOutputWithItsFileLine) {
     const std::string report = out.str();
     EXPECT_EQ(report.rfind("Analysis Name: Spleen A\r\nIterations:     4\r\n", 0), 0u);
     EXPECT_NE(report.find("1 in 11,503\r\n"), std::string::npos);
-    EXPECT_NE(report.find("END\r\n\r\nTitron Analysis File: [" + lowerCase(kSpleen) + "]\r\n"),
+    EXPECT_NE(report.find("END\r\n\r\nTitron Analysis File: [" + vocabulary::lowerCase(kSpleen) + "]\r\n"),
               std::string::npos);
     EXPECT_EQ(report.substr(report.size() - 20), "4\t\t30000\t\t22\t\t24\t\t\r\n");
     EXPECT_EQ(err.str(), "");
@@ -134,11 +134,11 @@ TEST_F(CommandLineTest, TsvGivesFullPrecisionFiguresThatRoundToTheReport) {
     EXPECT_EQ(s[1], "Spleen A");
     EXPECT_EQ(s[2], "report");
     EXPECT_EQ(s[3], "4");
-    EXPECT_EQ(analysis::formatMask(std::stod(s[4]), "##0.00000"), "-9.35040");
-    EXPECT_EQ(analysis::formatMask(std::stod(s[5]), "#0.0000"), "0.1726");
-    EXPECT_EQ(analysis::formatMask(std::stod(s[11]), "###,###"), "11,503");
+    EXPECT_EQ(vocabulary::formatMask(std::stod(s[4]), "##0.00000"), "-9.35040");
+    EXPECT_EQ(vocabulary::formatMask(std::stod(s[5]), "#0.0000"), "0.1726");
+    EXPECT_EQ(vocabulary::formatMask(std::stod(s[11]), "###,###"), "11,503");
     EXPECT_EQ(s[14], "3");
-    EXPECT_EQ(analysis::formatMask(std::stod(s[15]), "0.0000"), "0.9930");
+    EXPECT_EQ(vocabulary::formatMask(std::stod(s[15]), "0.0000"), "0.9930");
     EXPECT_GE(s[4].size(), 18u); // 17 significant digits and the sign
     const auto r = fields(refused);
     ASSERT_EQ(r.size(), 17u);
@@ -200,8 +200,8 @@ TEST_F(CommandLineTest, CompareWritesTheReportForTheChosenRowAndSkipsFilesWithou
     const std::string report = out.str();
     EXPECT_EQ(read(saved), report + "\r\n");
     // Row 2 (b) is the comparison row; a is tested against it.
-    const std::string aLine = lowerCase(a).substr(lowerCase(a).size() - 14);
-    EXPECT_NE(report.find("Comparison Row:\r\n~" + lowerCase(b).substr(lowerCase(b).size() - 14) +
+    const std::string aLine = vocabulary::lowerCase(a).substr(vocabulary::lowerCase(a).size() - 14);
+    EXPECT_NE(report.find("Comparison Row:\r\n~" + vocabulary::lowerCase(b).substr(vocabulary::lowerCase(b).size() - 14) +
                           "  Base             -2.99573   0.10000\r\n"),
               std::string::npos);
     EXPECT_NE(report.find("~" + aLine +

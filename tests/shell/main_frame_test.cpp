@@ -15,28 +15,28 @@ namespace titron::shell::testing {
 namespace {
 
 TEST(FrameModelTest, CompareActivationSwitchesItsColumnsOfTheTable) {
-    FrameModel frame;
+    session::FrameModel frame;
     frame.compareActivated();
-    for (MenuItem item : {MenuItem::FileNew, MenuItem::AnalyzeAnalyze, MenuItem::AnalyzeCompare,
-                          MenuItem::AnalyzeChart}) {
+    for (session::MenuItem item : {session::MenuItem::FileNew, session::MenuItem::AnalyzeAnalyze, session::MenuItem::AnalyzeCompare,
+                          session::MenuItem::AnalyzeChart}) {
         EXPECT_FALSE(frame.item(item).enabled) << static_cast<int>(item);
     }
     for (const char* key : {"New", "Analyze", "Chart"}) {
         EXPECT_FALSE(frame.button(key).enabled) << key;
     }
-    EXPECT_TRUE(frame.item(MenuItem::EditDelete).enabled);
+    EXPECT_TRUE(frame.item(session::MenuItem::EditDelete).enabled);
     EXPECT_TRUE(frame.button("Delete").enabled);
-    EXPECT_FALSE(frame.item(MenuItem::EditInsert).enabled);
+    EXPECT_FALSE(frame.item(session::MenuItem::EditInsert).enabled);
     EXPECT_TRUE(frame.button("Compare").pressed);
     // The chart stays hidden even while the table switches it.
-    EXPECT_FALSE(frame.item(MenuItem::AnalyzeChart).visible);
+    EXPECT_FALSE(frame.item(session::MenuItem::AnalyzeChart).visible);
 
     frame.compareDeactivated();
-    for (MenuItem item : {MenuItem::FileNew, MenuItem::AnalyzeAnalyze, MenuItem::AnalyzeCompare}) {
+    for (session::MenuItem item : {session::MenuItem::FileNew, session::MenuItem::AnalyzeAnalyze, session::MenuItem::AnalyzeCompare}) {
         EXPECT_TRUE(frame.item(item).enabled) << static_cast<int>(item);
     }
     EXPECT_TRUE(frame.button("New").enabled);
-    EXPECT_FALSE(frame.item(MenuItem::EditDelete).enabled);
+    EXPECT_FALSE(frame.item(session::MenuItem::EditDelete).enabled);
     EXPECT_FALSE(frame.button("Delete").enabled);
     EXPECT_FALSE(frame.button("Compare").pressed);
 }
@@ -58,7 +58,7 @@ class MainFrameTest : public documents::testing::AnalyzeFixture {
 
 TEST_F(MainFrameTest, MenuItemAndToolbarButtonRunTheSameAnalysis) {
     typeFourRowExample();
-    main.menuClick(MenuItem::AnalyzeAnalyze);
+    main.menuClick(session::MenuItem::AnalyzeAnalyze);
     const std::string report = pane();
     ASSERT_NE(report.find("1 in 11,503"), std::string::npos);
     analyze.resultsPane().setText(documents::kEmptyResults);
@@ -69,10 +69,10 @@ TEST_F(MainFrameTest, MenuItemAndToolbarButtonRunTheSameAnalysis) {
 TEST_F(MainFrameTest, DisabledAndHiddenCommandsDoNothing) {
     type({{"5", "", "", ""}, {"6", "", "", ""}});
     analyze.grid().userMoveTo(1, 1);
-    main.menuClick(MenuItem::EditDelete); // off until the grid has the focus
+    main.menuClick(session::MenuItem::EditDelete); // off until the grid has the focus
     main.toolbarClick("Insert");
     EXPECT_EQ(cell(1, 1), "5");
-    for (MenuItem item : {MenuItem::AnalyzeChart, MenuItem::FileSeparator1, MenuItem::DropEdit}) {
+    for (session::MenuItem item : {session::MenuItem::AnalyzeChart, session::MenuItem::FileSeparator1, session::MenuItem::DropEdit}) {
         main.menuClick(item);
     }
     main.toolbarClick("Chart");
@@ -90,12 +90,12 @@ TEST_F(MainFrameTest, PopupItemsReachTheBlockCommands) {
     type({{"42", "", "", ""}});
     analyze.grid().userSelect({1, 1, 1, 3});
     analyze.grid().userRightClick(1, 1, 1, 0, 0);
-    main.menuClick(MenuItem::DropFill);
+    main.menuClick(session::MenuItem::DropFill);
     EXPECT_EQ(cell(1, 3), "42");
     analyze.grid().userSelect({1, 1, 2, 3});
     analyze.grid().userRightClick(1, 1, 1, 0, 0);
     analyze.grid().setCell(1, 1, "7");
-    main.menuClick(MenuItem::DropFill); // two columns: Fill is off
+    main.menuClick(session::MenuItem::DropFill); // two columns: Fill is off
     EXPECT_EQ(cell(1, 3), "42");
 }
 
@@ -107,30 +107,30 @@ TEST_F(MainFrameTest, HelpOpensTheFileBesideTheProgramOrSaysWhereItLooked) {
     EXPECT_TRUE(log.empty());
 
     std::ofstream(directory / "TITRO.HLP") << "help";
-    main.menuClick(MenuItem::HelpContents);
+    main.menuClick(session::MenuItem::HelpContents);
     EXPECT_EQ(log, (std::vector<std::string>{"open " + dir() + "/TITRO.HLP"}));
     EXPECT_EQ(boxes().size(), 1u);
 
     windows.desktopOpens = false;
-    main.menuClick(MenuItem::HelpContents);
+    main.menuClick(session::MenuItem::HelpContents);
     ASSERT_EQ(boxes().size(), 2u);
     EXPECT_NE(boxes()[1].request.text.find(dir() + "/TITRO.HLP"), std::string::npos);
 }
 
 TEST_F(MainFrameTest, AboutAndExitGoToTheirWindows) {
-    main.menuClick(MenuItem::HelpAbout);
-    main.menuClick(MenuItem::FileExit);
+    main.menuClick(session::MenuItem::HelpAbout);
+    main.menuClick(session::MenuItem::FileExit);
     EXPECT_EQ(log, (std::vector<std::string>{"about", "close frame"}));
 }
 
 TEST_F(MainFrameTest, FileCommandsReachTheDocumentAndPrintSetupTheFramesDialog) {
     typeFourRowExample();
     platform.queueFileChoice(path("menu.tna"));
-    main.menuClick(MenuItem::FileSave);
+    main.menuClick(session::MenuItem::FileSave);
     EXPECT_TRUE(std::filesystem::exists(path("menu.tna")));
     main.toolbarClick("Copy");
     EXPECT_NE(platform.text().find("30000\t22"), std::string::npos);
-    main.menuClick(MenuItem::FilePrintSetup);
+    main.menuClick(session::MenuItem::FilePrintSetup);
     EXPECT_EQ(platform.transcript().back(), "printer dialog flags 64 -> cancelled");
     main.toolbarClick("New");
     EXPECT_EQ(cell(1, 1), "");
@@ -146,9 +146,9 @@ TEST_F(MainFrameTest, FileGivenAtStartOpensAsOpenWouldAndAMissingOneGetsTheLoadi
     EXPECT_EQ(analyze.nameBox().text(), "Given");
     EXPECT_EQ(cell(1, 1), "1000");
     EXPECT_EQ(session.AnalysisFile, path("given.tna"));
-    EXPECT_EQ(session.frameCaption.text(), "Titron - [" + lowerCase(path("given.tna")) + "]");
+    EXPECT_EQ(session.frameCaption.text(), "Titron - [" + vocabulary::lowerCase(path("given.tna")) + "]");
     EXPECT_EQ(analyze.commonDialog().fileName, path("given.tna"));
-    EXPECT_EQ(session.AnalysisChanged, kUnchanged);
+    EXPECT_EQ(session.AnalysisChanged, session::kUnchanged);
     EXPECT_TRUE(boxes().empty());
 
     main.openGivenFile(path("missing.tna"));
@@ -185,13 +185,13 @@ TEST_F(MainFrameTest, CompareQuestionGoesOnWhateverBecameOfTheSave) {
     analyze.analyze();
     platform.clearTranscript();
     platform.queueAnswer(platform::Answer::Cancel);
-    main.menuClick(MenuItem::AnalyzeCompare);
+    main.menuClick(session::MenuItem::AnalyzeCompare);
     EXPECT_FALSE(main.compareVisible());
     EXPECT_TRUE(log.empty());
     platform.queueAnswer(platform::Answer::Yes); // and the save dialog is cancelled
     main.toolbarClick("Compare");
     EXPECT_TRUE(main.compareVisible());
-    EXPECT_EQ(session.AnalysisChanged, kChanged);
+    EXPECT_EQ(session.AnalysisChanged, session::kChanged);
     EXPECT_EQ(boxes().size(), 2U);
     EXPECT_EQ(log, (std::vector<std::string>{"show compare"}));
 }
@@ -205,7 +205,7 @@ TEST_F(MainFrameTest, CompareButtonTogglesAndRoutesTheFileCommands) {
     std::filesystem::current_path(directory);
     session.LastDirectory = directory.string();
     platform.queueFileChoice(path("spleen.tna"));
-    main.menuClick(MenuItem::FileSave);
+    main.menuClick(session::MenuItem::FileSave);
     analyze.setFocus(documents::Control::Grid);
 
     main.toolbarClick("Compare");
@@ -213,21 +213,21 @@ TEST_F(MainFrameTest, CompareButtonTogglesAndRoutesTheFileCommands) {
     EXPECT_EQ(compare.grid().dataRowCount(), 1);
     EXPECT_EQ(session.frameCaption.text(), comparison::kCompareCaption);
     EXPECT_TRUE(session.frame.button("Compare").pressed);
-    main.menuClick(MenuItem::AnalyzeAnalyze);
+    main.menuClick(session::MenuItem::AnalyzeAnalyze);
     main.toolbarClick("New");
     EXPECT_EQ(cell(1, 1), "1000");
     platform.queueFileChoice(path("spleen.tna"));
-    main.menuClick(MenuItem::FileOpen); // adds a second row to the comparison
+    main.menuClick(session::MenuItem::FileOpen); // adds a second row to the comparison
     EXPECT_EQ(compare.grid().dataRowCount(), 2);
     platform.queueFileChoice(path("both.tnc"));
-    main.menuClick(MenuItem::FileSave);
+    main.menuClick(session::MenuItem::FileSave);
     EXPECT_NE(readFile("both.tnc").find("Comparison Row:"), std::string::npos);
 
     main.toolbarClick("Compare");
     EXPECT_FALSE(main.compareVisible());
     EXPECT_EQ(compare.grid().dataRowCount(), 0);
     EXPECT_EQ(analyze.focus(), documents::Control::AnalysisName);
-    EXPECT_EQ(session.frameCaption.text(), "Titron - [" + lowerCase(path("spleen.tna")) + "]");
+    EXPECT_EQ(session.frameCaption.text(), "Titron - [" + vocabulary::lowerCase(path("spleen.tna")) + "]");
     EXPECT_EQ(log, (std::vector<std::string>{"show compare", "hide compare"}));
 }
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/failure.h"
+#include "vocabulary/failure.h"
 #include "platform/frame_windows.h"
 #include "platform/scripted_platform.h"
 
@@ -70,7 +70,7 @@ class RecordingWindows : public platform::FrameWindows {
         if (!m_failStep.empty() && name == m_failStep) {
             m_failStep.clear();
             m_log.push_back(what + " failed");
-            throw platform::Failure(m_failNumber);
+            throw vocabulary::Failure(m_failNumber);
         }
         m_log.push_back(what);
     }

@@ -8,13 +8,13 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/failure.h"
+#include "vocabulary/failure.h"
 
 namespace titron::shell {
 namespace {
 
 // All 18 fields on one line, so that a case shows at a glance what it changed.
-std::string summary(const AppSettings& s) {
+std::string summary(const session::AppSettings& s) {
     std::string out;
     for (int v : {s.WindowState, s.WindowTop, s.WindowLeft, s.WindowHeight, s.WindowWidth}) {
         out += std::to_string(v) + ",";
@@ -30,7 +30,7 @@ std::string summary(const AppSettings& s) {
 }
 
 std::string readOverDefaults(const std::string& text) {
-    AppSettings s;
+    session::AppSettings s;
     readSettingsText(text, s);
     return summary(s);
 }
@@ -45,7 +45,7 @@ TEST(SettingsFile, DefaultsFollowTheScreen) {
 }
 
 TEST(SettingsFile, FieldsAreReadInSequence) {
-    const std::string defaults = summary(AppSettings{});
+    const std::string defaults = summary(session::AppSettings{});
     const std::string full =
         "2,10,20,6000,8000,[Row][Dose, mg][Hits][Tested][]600,1000,1100,1200,1300,3000,01";
     const struct {
@@ -72,7 +72,7 @@ TEST(SettingsFile, FieldsAreReadInSequence) {
         EXPECT_EQ(readOverDefaults(c.text), c.expected) << c.text;
     }
     const std::string big(1 << 20, 'h');
-    AppSettings s;
+    session::AppSettings s;
     readSettingsText("0,0,0,0,0," + big + ",\"" + big + "\",c,d,e,1", s);
     EXPECT_TRUE(s.ColHeading[0] == big && s.ColHeading[1] == big && s.ColWidth[0] == 1);
 }
@@ -83,10 +83,10 @@ class FakeFiles : public platform::Files {
     int failure = 0; // thrown by exists when negative, by readAll when positive
 
     std::string readAll(const std::string&) override {
-        return failure > 0 ? throw platform::Failure(failure) : text;
+        return failure > 0 ? throw vocabulary::Failure(failure) : text;
     }
     bool exists(const std::string& path) override {
-        return failure < 0 ? throw platform::Failure(-failure) : path == name;
+        return failure < 0 ? throw vocabulary::Failure(-failure) : path == name;
     }
     void writeAll(const std::string&, const std::string&) override { ADD_FAILURE(); }
     std::vector<std::string> list(const std::string&) override { return {}; }
@@ -101,7 +101,7 @@ TEST(SettingsFile, OnlyAReadableTitroIniCounts) {
              {"TITRO.INI", 0}, {"titro.ini", 70}, {"titro.ini", -75}, {"titro.ini", 0}}) {
         files.name = name;
         files.failure = failure;
-        AppSettings s;
+        session::AppSettings s;
         readSettingsFile(files, s);
         EXPECT_EQ(s.WindowState, name == "titro.ini" && failure == 0) << name << failure;
     }

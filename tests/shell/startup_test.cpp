@@ -44,7 +44,7 @@ class StartupTest : public ::testing::Test {
 
     LoggingPlatform platform;
     RecordingWindows windows;
-    Session session;
+    session::Session session;
     documents::Analyze analyze;
     Startup startup;
 
@@ -65,7 +65,7 @@ TEST_F(StartupTest, StepsRunInOrderAndLeaveANewDocument) {
     EXPECT_EQ(analyze.grid().cell(0, 100), "100");
     EXPECT_EQ(analyze.resultsPane().text(), documents::kEmptyResults);
     EXPECT_EQ(analyze.nameBox().text(), "");
-    EXPECT_EQ(session.AnalysisChanged, kUnchanged);
+    EXPECT_EQ(session.AnalysisChanged, session::kUnchanged);
     EXPECT_EQ(session.AnalysisFile, "");
     EXPECT_TRUE(platform.boxes().empty());
 }
@@ -92,7 +92,7 @@ TEST_F(StartupTest, NoSettingsFileCanStopTheProgramFromStarting) {
         "-1,-1,-1,-1,-1\r\na,b,c,d,e\r\n-500,-500,-500,-500,-500\r\n-9\r\n",
     };
     for (const std::string& text : files) {
-        Session freshSession;
+        session::Session freshSession;
         documents::Analyze freshAnalyze(platform.services(), freshSession);
         Startup freshStartup(platform.services(), windows, freshSession, freshAnalyze);
         writeSettings(text);

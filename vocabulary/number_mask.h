@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace titron::analysis {
+namespace titron::vocabulary {
 
 // Formats value under a mask. The decimals are exactly those of the mask; rounding is half
 // away from zero on the number's 15-significant-digit decimal form; before the point "0"
@@ -16,4 +16,4 @@ std::string formatMask(double value, std::string_view mask);
 // The date under the mask "mmmm dd, yyyy": "November 03, 2026".
 std::string formatLongDate(int year, int month, int day);
 
-} // namespace titron::analysis
+} // namespace titron::vocabulary

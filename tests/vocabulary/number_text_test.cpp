@@ -1,14 +1,14 @@
-#include "analysis/number_text.h"
+#include "vocabulary/number_text.h"
 
-#include "platform/failure.h"
+#include "vocabulary/failure.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
 
-using namespace titron::analysis;
-using titron::platform::Failure;
+using namespace titron::vocabulary;
+using titron::vocabulary::Failure;
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace titron::analysis {
+namespace titron::vocabulary {
 
 // The decimal form that numbers are shown from: 15 significant digits.
 struct SignificantDigits {
@@ -14,4 +14,4 @@ struct SignificantDigits {
 // independent of the locale.
 SignificantDigits significantDigits(double v);
 
-} // namespace titron::analysis
+} // namespace titron::vocabulary

@@ -1,8 +1,8 @@
-#include "analysis/number_mask.h"
+#include "vocabulary/number_mask.h"
 
 #include <gtest/gtest.h>
 
-using titron::analysis::formatMask;
+using titron::vocabulary::formatMask;
 
 // Expected texts are the worked examples of the report's number masks, or follow from
 // rounding the 15-digit decimal form half away from zero by hand.
@@ -54,7 +54,7 @@ TEST(FormatMaskTest, OnlyHashesGiveNothingForZeroAndTheSignFollowsTheValue) {
 }
 
 TEST(FormatLongDateTest, MonthNameTwoDigitDayAndYear) {
-    EXPECT_EQ(titron::analysis::formatLongDate(2026, 11, 3), "November 03, 2026");
-    EXPECT_EQ(titron::analysis::formatLongDate(1999, 1, 31), "January 31, 1999");
-    EXPECT_EQ(titron::analysis::formatLongDate(2000, 12, 10), "December 10, 2000");
+    EXPECT_EQ(titron::vocabulary::formatLongDate(2026, 11, 3), "November 03, 2026");
+    EXPECT_EQ(titron::vocabulary::formatLongDate(1999, 1, 31), "January 31, 1999");
+    EXPECT_EQ(titron::vocabulary::formatLongDate(2000, 12, 10), "December 10, 2000");
 }

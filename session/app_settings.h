@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string>
 
-namespace titron::shell {
+namespace titron::session {
 
 struct AppSettings {
     std::int16_t WindowState = 0; // 0 normal, 2 maximised
@@ -22,4 +22,4 @@ struct AppSettings {
     bool ConfirmDelete = true;
 };
 
-} // namespace titron::shell
+} // namespace titron::session

@@ -1,18 +1,17 @@
-#include "shell/text_routines.h"
+#include "vocabulary/text_routines.h"
 
 #include <cstddef>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "platform/failure.h"
+#include "vocabulary/failure.h"
 
-namespace titron::shell {
+namespace titron::vocabulary {
 
 namespace {
 
-using platform::Failure;
-namespace failure = platform::failure;
+using vocabulary::Failure;
 
 // The lengths of find and replace are signed 16-bit numbers.
 constexpr std::size_t maxArgumentLength = 32767;
@@ -187,4 +186,4 @@ std::string trimSpaces(std::string_view text) {
     return std::string(text.substr(first, last - first + 1));
 }
 
-} // namespace titron::shell
+} // namespace titron::vocabulary

@@ -1,10 +1,10 @@
-#include "analysis/decimal_digits.h"
+#include "vocabulary/decimal_digits.h"
 
 #include <charconv>
 #include <cmath>
 #include <string_view>
 
-namespace titron::analysis {
+namespace titron::vocabulary {
 
 SignificantDigits significantDigits(double v) {
     char buffer[40];
@@ -22,4 +22,4 @@ SignificantDigits significantDigits(double v) {
     return parts;
 }
 
-} // namespace titron::analysis
+} // namespace titron::vocabulary

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace titron::shell {
+namespace titron::vocabulary {
 
 // Replaces every occurrence of find in text by replace, in place, and returns text.
 // After a replacement at position p the next search starts at p + len(replace) -
@@ -31,4 +31,4 @@ std::string lowerCase(std::string_view text);
 // The text without the spaces (code 32) at its two ends.
 std::string trimSpaces(std::string_view text);
 
-} // namespace titron::shell
+} // namespace titron::vocabulary

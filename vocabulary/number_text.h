@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace titron::analysis {
+namespace titron::vocabulary {
 
 // Strict reading of a cell's text: optional sign, decimal digits with an optional point
 // (at least one digit), optional exponent (E, e, D or d, optional sign, digits). Commas
@@ -37,4 +37,4 @@ std::int32_t roundToInt32(double v);
 // exponent is 15 or more or below -4. -0 gives "0".
 std::string generalNumber(double v);
 
-} // namespace titron::analysis
+} // namespace titron::vocabulary

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <utility>
 
-namespace titron::shell {
+namespace titron::session {
 
 class TextBox {
   public:
@@ -28,4 +28,4 @@ class TextBox {
     std::function<void()> m_listener;
 };
 
-} // namespace titron::shell
+} // namespace titron::session

@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace titron::platform {
+namespace titron::vocabulary {
 
 // Failure numbers that the program's own operations raise.
 namespace failure {
@@ -36,4 +36,4 @@ class Failure : public std::runtime_error {
     std::string m_description;
 };
 
-} // namespace titron::platform
+} // namespace titron::vocabulary

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace titron::shell {
+namespace titron::documents {
 
 struct Rgb {
     int red = 0;
@@ -59,4 +59,4 @@ class ResultsPane {
     std::function<void()> m_listener;
 };
 
-} // namespace titron::shell
+} // namespace titron::documents

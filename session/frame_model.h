@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-namespace titron::shell {
+namespace titron::session {
 
 // What a menu item or toolbar button does. A button does exactly what its menu item does.
 enum class Command {
@@ -149,4 +149,4 @@ class FrameModel {
     std::function<void(PopupRequest)> m_popupListener;
 };
 
-} // namespace titron::shell
+} // namespace titron::session

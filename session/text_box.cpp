@@ -1,6 +1,6 @@
-#include "shell/text_box.h"
+#include "session/text_box.h"
 
-namespace titron::shell {
+namespace titron::session {
 
 void TextBox::setText(std::string_view text) {
     if (text == m_text) {
@@ -15,4 +15,4 @@ void TextBox::setText(std::string_view text) {
     }
 }
 
-} // namespace titron::shell
+} // namespace titron::session

@@ -1,4 +1,4 @@
-#include "analysis/number_text.h"
+#include "vocabulary/number_text.h"
 
 #include <charconv>
 #include <cmath>
@@ -7,15 +7,14 @@
 #include <string>
 #include <system_error>
 
-#include "analysis/decimal_digits.h"
-#include "platform/failure.h"
+#include "vocabulary/decimal_digits.h"
+#include "vocabulary/failure.h"
 
-namespace titron::analysis {
+namespace titron::vocabulary {
 
 namespace {
 
-using platform::Failure;
-namespace failure = platform::failure;
+using vocabulary::Failure;
 
 bool isDigit(char c) {
     return c >= '0' && c <= '9';
@@ -295,4 +294,4 @@ std::string generalNumber(double v) {
     return out;
 }
 
-} // namespace titron::analysis
+} // namespace titron::vocabulary

@@ -1,8 +1,8 @@
-#include "shell/results_pane.h"
+#include "documents/results_pane.h"
 
 #include <utility>
 
-namespace titron::shell {
+namespace titron::documents {
 
 ResultsPane::ResultsPane(FontSpec font, std::string text)
     : m_font(std::move(font)), m_text(std::move(text)) {
@@ -31,4 +31,4 @@ void ResultsPane::changed() {
     }
 }
 
-} // namespace titron::shell
+} // namespace titron::documents

@@ -1,17 +1,17 @@
 // The worked cases and edges of the text routines. Their agreement with the step-by-step
 // model on any text is the text_routines fuzz target's work, replayed in every test run.
-#include "shell/text_routines.h"
+#include "vocabulary/text_routines.h"
 
-#include "platform/failure.h"
+#include "vocabulary/failure.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-using titron::platform::Failure;
-using titron::shell::closeTabs;
-using titron::shell::removeChar;
-using titron::shell::replaceText;
+using titron::vocabulary::Failure;
+using titron::vocabulary::closeTabs;
+using titron::vocabulary::removeChar;
+using titron::vocabulary::replaceText;
 
 namespace {
 
@@ -91,7 +91,7 @@ TEST(TextHelpersTest, RemoveLowerAndTrim) {
     text = "\xE9x\xE9"; // a Latin-1 code above 127
     EXPECT_EQ(removeChar(text, 0xE9), "x");
 
-    EXPECT_EQ(titron::shell::lowerCase("AbZ@[\xC0\xD7\xDE\xDF"), "abz@[\xE0\xD7\xFE\xDF");
-    EXPECT_EQ(titron::shell::trimSpaces("  a b \t "), "a b \t");
-    EXPECT_EQ(titron::shell::trimSpaces("   "), "");
+    EXPECT_EQ(titron::vocabulary::lowerCase("AbZ@[\xC0\xD7\xDE\xDF"), "abz@[\xE0\xD7\xFE\xDF");
+    EXPECT_EQ(titron::vocabulary::trimSpaces("  a b \t "), "a b \t");
+    EXPECT_EQ(titron::vocabulary::trimSpaces("   "), "");
 }

@@ -1,4 +1,4 @@
-#include "analysis/number_mask.h"
+#include "vocabulary/number_mask.h"
 
 #include <array>
 #include <charconv>
@@ -6,16 +6,15 @@
 #include <cstddef>
 #include <string>
 
-#include "analysis/decimal_digits.h"
-#include "analysis/number_text.h"
-#include "platform/failure.h"
+#include "vocabulary/decimal_digits.h"
+#include "vocabulary/number_text.h"
+#include "vocabulary/failure.h"
 
-namespace titron::analysis {
+namespace titron::vocabulary {
 
 namespace {
 
-using platform::Failure;
-namespace failure = platform::failure;
+using vocabulary::Failure;
 
 // What a mask asks for: the digits that must stand before the point, whether the integer
 // part is grouped, and the decimals.
@@ -161,4 +160,4 @@ std::string formatLongDate(int year, int month, int day) {
     return out;
 }
 
-} // namespace titron::analysis
+} // namespace titron::vocabulary

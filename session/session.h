@@ -6,11 +6,11 @@
 #include <cstdint>
 #include <string>
 
-#include "shell/app_settings.h"
-#include "shell/frame_model.h"
-#include "shell/text_box.h"
+#include "session/app_settings.h"
+#include "session/frame_model.h"
+#include "session/text_box.h"
 
-namespace titron::shell {
+namespace titron::session {
 
 // The changed flag is a 16-bit 0 or -1, as the program has always stored it.
 inline constexpr std::int16_t kChanged = -1;
@@ -31,4 +31,4 @@ struct Session {
 // "Titron - [path]" with the path in lower case.
 std::string captionWithFile(const std::string& path);
 
-} // namespace titron::shell
+} // namespace titron::session

@@ -1,8 +1,8 @@
-#include "platform/failure.h"
+#include "vocabulary/failure.h"
 
 #include <utility>
 
-namespace titron::platform {
+namespace titron::vocabulary {
 
 Failure::Failure(int number) : Failure(number, standardDescription(number)) {
 }
@@ -36,4 +36,4 @@ std::string Failure::standardDescription(int number) {
     }
 }
 
-} // namespace titron::platform
+} // namespace titron::vocabulary

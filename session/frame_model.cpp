@@ -1,9 +1,9 @@
-#include "shell/frame_model.h"
+#include "session/frame_model.h"
 
 #include <algorithm>
 #include <stdexcept>
 
-namespace titron::shell {
+namespace titron::session {
 
 namespace {
 
@@ -203,4 +203,4 @@ void FrameModel::changed() {
     }
 }
 
-} // namespace titron::shell
+} // namespace titron::session
