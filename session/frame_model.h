@@ -1,6 +1,6 @@
 // The frame's menu bar, toolbar and the grid's pop-up menu as models: captions with access
 // keys, shortcuts, and the enabled, hidden and pressed states that the windows switch. The
-// view draws them and reports clicks; what a click does is the frame's (main_frame.h).
+// view draws them and reports clicks; what a click does is the frame's (shell/main_frame.h).
 #pragma once
 
 #include <functional>
