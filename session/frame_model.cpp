@@ -142,51 +142,43 @@ void FrameModel::setAvailable(Command command, bool available) {
 }
 
 void FrameModel::gridFocusGained() {
-    for (std::string_view key : {"Insert", "Delete"}) {
-        buttonRef(key).enabled = true;
-    }
-    itemRef(MenuItem::EditInsert).enabled = true;
-    itemRef(MenuItem::EditDelete).enabled = true;
-    changed();
+    switchRowCommands(true);
 }
 
 void FrameModel::gridFocusLost() {
-    for (std::string_view key : {"Insert", "Delete"}) {
-        buttonRef(key).enabled = false;
-    }
-    itemRef(MenuItem::EditInsert).enabled = false;
-    itemRef(MenuItem::EditDelete).enabled = false;
-    changed();
+    switchRowCommands(false);
 }
 
 void FrameModel::compareActivated() {
-    for (std::string_view key : {"New", "Analyze", "Chart"}) {
-        buttonRef(key).enabled = false;
-    }
-    for (MenuItem item : {MenuItem::FileNew, MenuItem::AnalyzeAnalyze, MenuItem::AnalyzeChart,
-                          MenuItem::AnalyzeCompare}) {
-        itemRef(item).enabled = false;
-    }
-    // Compare keeps its own Delete command.
-    buttonRef("Delete").enabled = true;
-    itemRef(MenuItem::EditDelete).enabled = true;
-    buttonRef("Compare").pressed = true;
+    switchForCompare(true);
+}
+
+void FrameModel::compareDeactivated() {
+    switchForCompare(false);
+}
+
+void FrameModel::switchRowCommands(bool on) {
+    buttonRef("Insert").enabled = on;
+    buttonRef("Delete").enabled = on;
+    itemRef(MenuItem::EditInsert).enabled = on;
+    itemRef(MenuItem::EditDelete).enabled = on;
     changed();
 }
 
+// While Compare is active, what it has no use for is off; it keeps its own Delete command.
 // "Compare Analyses" comes back on with the rest: once the comparison is away, the menu
 // should offer it again as the button does.
-void FrameModel::compareDeactivated() {
+void FrameModel::switchForCompare(bool active) {
     for (std::string_view key : {"New", "Analyze", "Chart"}) {
-        buttonRef(key).enabled = true;
+        buttonRef(key).enabled = !active;
     }
     for (MenuItem item : {MenuItem::FileNew, MenuItem::AnalyzeAnalyze, MenuItem::AnalyzeChart,
                           MenuItem::AnalyzeCompare}) {
-        itemRef(item).enabled = true;
+        itemRef(item).enabled = !active;
     }
-    buttonRef("Delete").enabled = false;
-    itemRef(MenuItem::EditDelete).enabled = false;
-    buttonRef("Compare").pressed = false;
+    buttonRef("Delete").enabled = active;
+    itemRef(MenuItem::EditDelete).enabled = active;
+    buttonRef("Compare").pressed = active;
     changed();
 }
 

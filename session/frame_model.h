@@ -140,6 +140,8 @@ class FrameModel {
   private:
     MenuEntry& itemRef(MenuItem item);
     ToolButton& buttonRef(std::string_view key);
+    void switchRowCommands(bool on);
+    void switchForCompare(bool active);
     void changed();
 
     std::vector<MenuEntry> m_items;
