@@ -1,6 +1,10 @@
 #include "analysis/report.h"
 
 #include <cmath>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
 
 #include "analysis/checked_math.h"
 #include "vocabulary/number_mask.h"
@@ -10,37 +14,42 @@ namespace titron::analysis {
 
 namespace {
 
-std::string blanks(int count) {
-    return std::string(static_cast<std::size_t>(count), ' ');
+// The report without its name, file line and table is about this long; reserving it keeps
+// the text in one buffer as it grows.
+constexpr std::size_t kFixedReportLength = 1200;
+
+void appendBlanks(std::string& text, int count) {
+    text.append(static_cast<std::size_t>(count), ' ');
 }
 
-std::string frequency(double proportion) {
-    return vocabulary::formatMask(checked::divide(1.0, proportion), "###,###");
+void appendLineEnd(std::string& text) {
+    text += kLineEnd;
 }
 
-// A line with a proportion and its frequency. The label widths differ, so each line
-// brings the blanks that put the value at column 30 and the frequency at column 65.
-std::string proportionLine(std::string_view label, int gap, double proportion,
-                           std::string_view frequencyLabel, int frequencyGap) {
-    std::string line(label);
-    line += blanks(gap);
-    line += vocabulary::formatMask(proportion, "0.0000000");
-    line += blanks(5);
-    line += frequencyLabel;
-    line += blanks(frequencyGap);
-    line += "1 in ";
-    line += frequency(proportion);
-    return line;
+// A line with a proportion and its frequency (1 / proportion). The label widths differ, so
+// each line brings the blanks that put the value at column 30 and the frequency at column 65.
+void appendProportionLine(std::string& text, std::string_view label, int gap, double proportion,
+                          std::string_view frequencyLabel, int frequencyGap) {
+    text += label;
+    appendBlanks(text, gap);
+    text += vocabulary::formatMask(proportion, "0.0000000");
+    appendBlanks(text, 5);
+    text += frequencyLabel;
+    appendBlanks(text, frequencyGap);
+    text += "1 in ";
+    text += vocabulary::formatMask(checked::divide(1.0, proportion), "###,###");
+    appendLineEnd(text);
 }
 
-std::string pValueText(const std::optional<double>& p) {
+void appendPValue(std::string& text, const std::optional<double>& p) {
     if (!p) {
-        return "";
+        return;
     }
     if (*p < 0.001) {
-        return "< 0.001";
+        text += "< 0.001";
+        return;
     }
-    return vocabulary::formatMask(*p, "0.0000");
+    text += vocabulary::formatMask(*p, "0.0000");
 }
 
 // Blanks that keep the decimal point of a value in its column as the value grows.
@@ -55,40 +64,63 @@ int shrinkingGap(int base, double value, double firstStep, double secondStep) {
     return gap;
 }
 
+void appendChiSquareLine(std::string& text, std::string_view label, int gap, double chiSquare,
+                         const std::optional<double>& p) {
+    text += label;
+    appendBlanks(text, shrinkingGap(gap, chiSquare, 10.0, 100.0));
+    text += vocabulary::formatMask(chiSquare, "##0.000");
+    appendBlanks(text, 9);
+    text += "p-value:";
+    appendBlanks(text, 13);
+    appendPValue(text, p);
+    appendLineEnd(text);
+}
+
+void appendFileLine(std::string& text, std::string_view analysisFile) {
+    text += "Titron Analysis File: [";
+    text += vocabulary::lowerCase(analysisFile);
+    text += "]";
+    appendLineEnd(text);
+    appendLineEnd(text);
+}
+
 } // namespace
 
 std::string fileLine(std::string_view analysisFile) {
-    std::string line = "Titron Analysis File: [";
-    line += vocabulary::lowerCase(analysisFile);
-    line += "]";
-    line += kLineEnd;
-    line += kLineEnd;
+    std::string line;
+    appendFileLine(line, analysisFile);
     return line;
 }
 
 std::string reportText(const Figures& f, std::string_view name, std::string_view analysisFile,
                        std::string_view table) {
-    const std::string crlf(kLineEnd);
-    std::string text = "Analysis Name: ";
+    std::string text;
+    text.reserve(kFixedReportLength + name.size() + analysisFile.size() + table.size());
+    text += "Analysis Name: ";
     text += name;
-    text += crlf;
+    appendLineEnd(text);
     if (f.converged) {
-        text += "Iterations:     " + std::to_string(f.iterations) + crlf + crlf;
+        text += "Iterations:     ";
+        text += std::to_string(f.iterations);
     } else {
-        text += crlf + " NO CONVERGENCE after" + std::to_string(f.iterations) + " iterations." +
-                crlf + crlf;
+        appendLineEnd(text);
+        text += " NO CONVERGENCE after";
+        text += std::to_string(f.iterations);
+        text += " iterations.";
     }
+    appendLineEnd(text);
+    appendLineEnd(text);
 
-    text += proportionLine("    Proportion:", 15, f.proportion, "Frequency:", 11) + crlf;
-    text +=
-        proportionLine("    Proportion - 1 S.E.:", 6, f.proportionMinus, "Frequency - 1 S.E.:", 2) +
-        crlf;
-    text +=
-        proportionLine("    Proportion + 1 S.E.:", 6, f.proportionPlus, "Frequency + 1 S.E.:", 2) +
-        crlf + crlf;
-    text += "  95% Confidence Interval" + crlf;
-    text += proportionLine("    Lower Proportion:", 9, f.lowerLimit, "Lower Frequency:", 5) + crlf;
-    text += proportionLine("    Upper Proportion:", 9, f.upperLimit, "Upper Frequency:", 5) + crlf;
+    appendProportionLine(text, "    Proportion:", 15, f.proportion, "Frequency:", 11);
+    appendProportionLine(text, "    Proportion - 1 S.E.:", 6, f.proportionMinus,
+                         "Frequency - 1 S.E.:", 2);
+    appendProportionLine(text, "    Proportion + 1 S.E.:", 6, f.proportionPlus,
+                         "Frequency + 1 S.E.:", 2);
+    appendLineEnd(text);
+    text += "  95% Confidence Interval";
+    appendLineEnd(text);
+    appendProportionLine(text, "    Lower Proportion:", 9, f.lowerLimit, "Lower Frequency:", 5);
+    appendProportionLine(text, "    Upper Proportion:", 9, f.upperLimit, "Upper Frequency:", 5);
 
     const double b = f.logProportion;
     int logGap = 10;
@@ -96,21 +128,27 @@ std::string reportText(const Figures& f, std::string_view name, std::string_view
         --logGap;
     }
     logGap = shrinkingGap(logGap, std::fabs(b), 10.0, 100.0);
-    text += "    Log Proportion: " + blanks(logGap) + vocabulary::formatMask(b, "##0.00000") + blanks(7) +
-            "S.E. of Log Prop.:" + blanks(3) + vocabulary::formatMask(f.se, "#0.0000");
+    text += "    Log Proportion: ";
+    appendBlanks(text, logGap);
+    text += vocabulary::formatMask(b, "##0.00000");
+    appendBlanks(text, 7);
+    text += "S.E. of Log Prop.:";
+    appendBlanks(text, 3);
+    text += vocabulary::formatMask(f.se, "#0.0000");
 
     if (f.inconsistentWithModel) {
-        text += crlf + crlf + "WARNING:  DATA IS INCONSISTENT WITH THE MODEL.";
+        appendLineEnd(text);
+        appendLineEnd(text);
+        text += "WARNING:  DATA IS INCONSISTENT WITH THE MODEL.";
     }
 
     if (f.hasTests) {
-        text += crlf + crlf + "  Test for internal inconsistency in the assay" + crlf;
-        text += "    Chi-square (Pearson):" + blanks(shrinkingGap(5, f.pearsonChi, 10.0, 100.0)) +
-                vocabulary::formatMask(f.pearsonChi, "##0.000") + blanks(9) + "p-value:" + blanks(13) +
-                pValueText(f.pearsonP) + crlf;
-        text += "    Chi-square (Deviance):" + blanks(shrinkingGap(4, f.deviance, 10.0, 100.0)) +
-                vocabulary::formatMask(f.deviance, "##0.000") + blanks(9) + "p-value:" + blanks(13) +
-                pValueText(f.devianceP) + crlf;
+        appendLineEnd(text);
+        appendLineEnd(text);
+        text += "  Test for internal inconsistency in the assay";
+        appendLineEnd(text);
+        appendChiSquareLine(text, "    Chi-square (Pearson):", 5, f.pearsonChi, f.pearsonP);
+        appendChiSquareLine(text, "    Chi-square (Deviance):", 4, f.deviance, f.devianceP);
         int dfGap = 7;
         if (f.rows > 10) {
             --dfGap;
@@ -118,17 +156,25 @@ std::string reportText(const Figures& f, std::string_view name, std::string_view
         if (f.rows > 100) {
             --dfGap;
         }
-        text += "    Degrees of Freedom:" + blanks(dfGap) + std::to_string(f.df) + crlf + crlf;
+        text += "    Degrees of Freedom:";
+        appendBlanks(text, dfGap);
+        text += std::to_string(f.df);
+        appendLineEnd(text);
+        appendLineEnd(text);
         if (f.poorFit) {
-            text += "WARNING:  DATA IS INCONSISTENT WITH THE MODEL. (p-value < 0.05)" + crlf;
-            text += "Recommendation: Consult a statician." + crlf + crlf;
+            text += "WARNING:  DATA IS INCONSISTENT WITH THE MODEL. (p-value < 0.05)";
+            appendLineEnd(text);
+            text += "Recommendation: Consult a statician.";
+            appendLineEnd(text);
+            appendLineEnd(text);
         }
         text += "END";
     }
 
-    text += crlf + crlf;
+    appendLineEnd(text);
+    appendLineEnd(text);
     if (!analysisFile.empty()) {
-        text += fileLine(analysisFile);
+        appendFileLine(text, analysisFile);
     }
     text += table;
     return text;

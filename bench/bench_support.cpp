@@ -1,14 +1,18 @@
 #include "bench/bench_support.h"
 
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <random>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <system_error>
 
 #include <fcntl.h>
 #include <spawn.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -52,9 +56,11 @@ std::vector<AssayRowData> geometricAssay(int rows, unsigned seed) {
     return assay;
 }
 
-// Runs the program with the arguments, standard output to outPath (standard error to
-// /dev/null), and returns its wait status, or -1 when it couldn't be started.
 int runProcess(const std::vector<std::string>& arguments, const char* outPath) {
+    return runProcessTimed(arguments, outPath).status;
+}
+
+ProcessTimes runProcessTimed(const std::vector<std::string>& arguments, const char* outPath) {
     std::vector<char*> argv;
     argv.reserve(arguments.size() + 1);
     for (const std::string& argument : arguments) {
@@ -70,16 +76,23 @@ int runProcess(const std::vector<std::string>& arguments, const char* outPath) {
     pid_t pid = 0;
     const int spawned = posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
+    ProcessTimes times;
     if (spawned != 0) {
-        return -1;
+        return times;
     }
     int status = 0;
-    while (::waitpid(pid, &status, 0) < 0) {
+    struct rusage usage {};
+    while (::wait4(pid, &status, 0, &usage) < 0) {
         if (errno != EINTR) {
-            return -1;
+            return times;
         }
     }
-    return status;
+    const auto milliseconds = [](const timeval& t) {
+        return double(t.tv_sec) * 1e3 + double(t.tv_usec) * 1e-3;
+    };
+    times.status = status;
+    times.cpuMs = milliseconds(usage.ru_utime) + milliseconds(usage.ru_stime);
+    return times;
 }
 
 bool exitedWell(int status) {
@@ -114,6 +127,64 @@ std::vector<std::string> makeReportFiles(const std::filesystem::path& directory,
         files.push_back(path);
     }
     return files;
+}
+
+std::vector<std::string> makeFourRowFiles(const std::filesystem::path& directory, int count) {
+    constexpr double doses[] = {1000, 3000, 10000, 30000};
+    constexpr int tested = 24;
+    std::mt19937 random(20261125);
+    std::uniform_real_distribution<double> logSpread(-0.5, 0.5);
+    std::vector<std::string> files;
+    files.reserve(static_cast<std::size_t>(count));
+    for (int i = 1; i <= count; ++i) {
+        // Tables with no responses or with all responding are drawn again.
+        int responses[4];
+        int total = 0;
+        do {
+            const double frequency = 1e-4 * std::exp(logSpread(random));
+            total = 0;
+            for (int row = 0; row < 4; ++row) {
+                std::binomial_distribution<int> draw(tested,
+                                                     1.0 - std::exp(-frequency * doses[row]));
+                responses[row] = draw(random);
+                total += responses[row];
+            }
+        } while (total == 0 || total == 4 * tested);
+
+        std::ostringstream text;
+        text << "Analysis Name: Spleen " << i << "\r\n\r\n"
+             << "Row\t\tDose\t\tResponses\tTested\t\tComments\r\n";
+        for (int row = 0; row < 4; ++row) {
+            text << row + 1 << "\t\t" << doses[row] << "\t\t" << responses[row] << "\t\t" << tested
+                 << "\t\t\r\n";
+        }
+        text << "\r\n";
+        const std::filesystem::path file = directory / ("spleen-" + std::to_string(i) + ".tna");
+        std::ofstream out(file, std::ios::binary);
+        out << text.str();
+        out.close();
+        if (!out) {
+            throw std::runtime_error("cannot write " + file.string());
+        }
+        files.push_back(file.string());
+    }
+    return files;
+}
+
+std::string writeRowsFile(const std::filesystem::path& directory, int rows, unsigned seed) {
+    const std::filesystem::path file = directory / ("rows-" + std::to_string(rows) + ".txt");
+    std::ofstream out(file, std::ios::binary);
+    out << "Dose\tResponses\tTested\r\n";
+    char line[64];
+    for (const AssayRowData& row : geometricAssay(rows, seed)) {
+        std::snprintf(line, sizeof line, "%ld\t%d\t%d\r\n", row.dose, row.responses, row.tested);
+        out << line;
+    }
+    out.close();
+    if (!out) {
+        throw std::runtime_error("cannot write " + file.string());
+    }
+    return file.string();
 }
 
 } // namespace titron::bench

@@ -38,6 +38,25 @@ int runProcess(const std::vector<std::string>& arguments, const char* outPath = 
 // Whether a wait status is a normal exit with status 0.
 bool exitedWell(int status);
 
+// A finished process: its wait status (-1 when it couldn't be started) and the processor
+// time it used, user and system, in milliseconds.
+struct ProcessTimes {
+    int status = -1;
+    double cpuMs = 0.0;
+};
+// runProcess, with the processor time of the process as the system counted it.
+ProcessTimes runProcessTimed(const std::vector<std::string>& arguments,
+                             const char* outPath = "/dev/null");
+
+// count four-row analysis files like the Spleen A example, spleen-1.tna and on in directory,
+// each with its own name and responses drawn from the single-hit model at a frequency
+// around 1 in 10,000 (fixed seed). Returns their paths.
+std::vector<std::string> makeFourRowFiles(const std::filesystem::path& directory, int count);
+
+// A text file of rows of a geometricAssay(rows, seed) with a heading line, Tab between
+// fields, CR LF line ends, written as rows-ROWS.txt into directory. Returns its path.
+std::string writeRowsFile(const std::filesystem::path& directory, int rows, unsigned seed);
+
 // count analysis files with their reports, each a four-row assay analysed by the program's
 // own Analyze window logic, named analysis-1.tna and on in directory. Returns their paths.
 std::vector<std::string> makeReportFiles(const std::filesystem::path& directory, int count);

@@ -3,13 +3,6 @@
 // directory of its own under the system's temporary directory, and removed at exit.
 #include <benchmark/benchmark.h>
 
-#include <cmath>
-#include <cstdio>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <random>
-#include <stdexcept>
 #include <string>
 
 #include "bench/bench_support.h"
@@ -21,7 +14,6 @@ namespace {
 
 using titron::bench::ScratchDirectory;
 
-namespace fs = std::filesystem;
 using titron::documents::AnalysisRun;
 using titron::documents::Analyze;
 using titron::documents::LoadOutcome;
@@ -29,26 +21,10 @@ using titron::documents::LoadOutcome;
 constexpr int kRows = 30000;
 constexpr unsigned kSeed = 20261124;
 
-// The text file of kRows rows with a heading line, Tab between fields, CR LF line ends:
-// doses spaced geometrically, responses drawn from the single-hit model, fixed seed.
+// The text file of kRows rows (see writeRowsFile), written once.
 const std::string& rowsFile() {
     static ScratchDirectory directory;
-    static const std::string path = [] {
-        const fs::path file = directory.path() / "rows-30000.txt";
-        std::ofstream out(file, std::ios::binary);
-        out << "Dose\tResponses\tTested\r\n";
-        char line[64];
-        for (const auto& row : titron::bench::geometricAssay(kRows, kSeed)) {
-            std::snprintf(line, sizeof line, "%ld\t%d\t%d\r\n", row.dose, row.responses,
-                          row.tested);
-            out << line;
-        }
-        out.close();
-        if (!out) {
-            throw std::runtime_error("cannot write " + file.string());
-        }
-        return file.string();
-    }();
+    static const std::string path = titron::bench::writeRowsFile(directory.path(), kRows, kSeed);
     return path;
 }
 

@@ -44,6 +44,23 @@ void Analyze::load() {
     formatResults();
 }
 
+void Analyze::startAfresh() {
+    // No focus events: a new window has had none either.
+    m_focus = Control::None;
+    m_checkingName = false;
+    m_nameWidth = 0;
+    m_dialog = platform::CommonDialog{};
+    // The pane first, so that clearing the name finds no report to take off.
+    m_results.setText(kEmptyResults);
+    m_name.setText("");
+    m_grid.userCancelEdit();
+    m_grid.setRowLimit(kStartRowLimit);
+    m_grid.setColWidth(-1, entry::Grid::kDefaultColWidth);
+    putCursorOn(1, 1);
+    m_grid.setFirstVisibleRow(1);
+    load();
+}
+
 void Analyze::setFocus(Control control) {
     // While the name's boxes are up, a move elsewhere is the window system's, not the user's.
     if (control == m_focus || (m_checkingName && control != Control::AnalysisName)) {
@@ -77,6 +94,7 @@ void Analyze::resetPane() {
 
 void Analyze::formatResults() {
     std::vector<int> stops;
+    stops.reserve(kTabStops);
     for (int i = 0; i < kTabStops; ++i) {
         stops.push_back(i * kTabStopTwips);
     }

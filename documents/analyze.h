@@ -10,11 +10,11 @@
 #include <utility>
 
 #include "analysis/figures.h"
+#include "documents/results_pane.h"
 #include "entry/data_grid.h"
 #include "entry/grid.h"
 #include "platform/common_dialog.h"
 #include "platform/platform.h"
-#include "documents/results_pane.h"
 #include "session/session.h"
 #include "session/text_box.h"
 
@@ -62,6 +62,11 @@ class Analyze {
     // Sets up the grid and the pane when the window is made: headings, row numbers,
     // empty rows, the pane's look.
     void load();
+    // Puts the window back as load() leaves a new one, so that one window logic can open
+    // file after file as new windows would (the command line does): nothing of the last
+    // document stays, neither its rows, headings, name and report nor the cursor, scroll,
+    // focus and dialog. The session's shared values are the caller's to renew.
+    void startAfresh();
 
     // The control with the focus. Moving it ends an edit in the grid and raises the
     // grid's focus events; the view calls it when the user moves the focus.

@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "entry/key_codes.h"
-#include "vocabulary/failure.h"
 #include "platform/platform.h"
+#include "vocabulary/failure.h"
 
 namespace titron::entry {
 
@@ -45,38 +45,6 @@ void Grid::setChangeListener(std::function<void(const GridChange&)> listener) {
     m_listener = std::move(listener);
 }
 
-// --- Addressing ---------------------------------------------------------------------------
-// Addresses are kept as given; operations clip them to the cells that exist.
-
-void Grid::setCol(int col) {
-    m_col = col;
-}
-void Grid::setRow(int row) {
-    m_row = row;
-}
-void Grid::setCol2(int col2) {
-    m_col2 = col2;
-}
-void Grid::setRow2(int row2) {
-    m_row2 = row2;
-}
-
-void Grid::addressCell(int col, int row) {
-    m_col = col;
-    m_row = row;
-}
-
-void Grid::addressBlock(int col, int row, int col2, int row2) {
-    m_col = col;
-    m_row = row;
-    m_col2 = col2;
-    m_row2 = row2;
-}
-
-void Grid::setBlockMode(bool on) {
-    m_blockMode = on;
-}
-
 // --- Text ---------------------------------------------------------------------------------
 
 std::string Grid::text() const {
@@ -92,6 +60,26 @@ std::string Grid::cell(int col, int row) const {
         return m_editText;
     }
     return inRange(col, row) ? at(col, row).text : std::string();
+}
+
+bool Grid::cellHolds(int col, int row, std::string_view text) const {
+    if (m_editMode && col == m_activeCol && row == m_activeRow) {
+        return m_editText == text;
+    }
+    if (!inRange(col, row)) {
+        return text.empty();
+    }
+    // Cells are short: a plain loop beats the call that a general comparison makes.
+    const std::string& stored = at(col, row).text;
+    if (stored.size() != text.size()) {
+        return false;
+    }
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (stored[i] != text[i]) {
+            return false;
+        }
+    }
+    return true;
 }
 
 void Grid::setCell(int col, int row, std::string_view text) {
@@ -217,6 +205,13 @@ void Grid::clearBlock(const Bounds& b) {
         return;
     }
     for (int r = b.row; r <= b.row2; ++r) {
+        // A row without text in its data cells has nothing to clear there, unless it holds
+        // the cell being edited (clearing that cell empties the edit too).
+        const bool nothingToClear = b.col >= 1 && m_filledInRow[static_cast<std::size_t>(r)] == 0 &&
+                                    !(m_editMode && r == m_activeRow);
+        if (nothingToClear) {
+            continue;
+        }
         for (int c = b.col; c <= b.col2; ++c) {
             store(c, r, {});
         }

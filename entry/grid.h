@@ -79,13 +79,20 @@ class Grid {
     // --- Addressing -------------------------------------------------------------------
     // Addresses are kept as given: a cell outside the grid reads as empty text, writes to it
     // are dropped, and a block is cut to the cells that exist.
-    void setCol(int col);
-    void setRow(int row);
-    void setCol2(int col2);
-    void setRow2(int row2);
-    void addressCell(int col, int row);
-    void addressBlock(int col, int row, int col2, int row2);
-    void setBlockMode(bool on);
+    void setCol(int col) { m_col = col; }
+    void setRow(int row) { m_row = row; }
+    void setCol2(int col2) { m_col2 = col2; }
+    void setRow2(int row2) { m_row2 = row2; }
+    void addressCell(int col, int row) {
+        m_col = col;
+        m_row = row;
+    }
+    void addressBlock(int col, int row, int col2, int row2) {
+        addressCell(col, row);
+        m_col2 = col2;
+        m_row2 = row2;
+    }
+    void setBlockMode(bool on) { m_blockMode = on; }
     int col() const { return m_col; }
     int row() const { return m_row; }
     int col2() const { return m_col2; }
@@ -99,6 +106,8 @@ class Grid {
     // The same without moving the address.
     std::string cell(int col, int row) const;
     void setCell(int col, int row, std::string_view text);
+    // Whether cell(col, row) is text, without copying it.
+    bool cellHolds(int col, int row, std::string_view text) const;
     // The block col..col2, row..row2 (always the rectangle, block mode or not) as one
     // text: Tab between cells, CR LF behind every row, the last included.
     std::string clip() const;

@@ -26,9 +26,21 @@ ToolButton toolButton(std::string key, std::string tip, Command command) {
 
 } // namespace
 
-FrameModel::FrameModel() {
+FrameModel::Tables& FrameModel::tables() const {
+    if (m_tables) {
+        return *m_tables;
+    }
     using enum MenuItem;
-    m_items = {
+    Tables& t = m_tables.emplace();
+    // The entries stand in MenuItem's order, so an item is its own index.
+    const auto item = [&t](MenuItem i) -> MenuEntry& {
+        return t.items[static_cast<std::size_t>(i)];
+    };
+    const auto button = [&t](std::string_view key) -> ToolButton& {
+        return *std::find_if(t.buttons.begin(), t.buttons.end(),
+                             [key](const ToolButton& b) { return b.key == key; });
+    };
+    t.items = {
         menu(File, "&File"),
         entry(File, FileNew, "&New Analysis", Command::FileNew, "Ctrl+N"),
         entry(File, FileOpen, "&Open/Append Analysis", Command::FileOpen, "Ctrl+O"),
@@ -60,14 +72,14 @@ FrameModel::FrameModel() {
         separator(DropEdit, DropSeparator2),
         entry(DropEdit, DropFill, "Fill", Command::DropFill),
     };
-    itemRef(EditInsert).enabled = false;
-    itemRef(EditDelete).enabled = false;
+    item(EditInsert).enabled = false;
+    item(EditDelete).enabled = false;
     // The chart was never built: both its entries stay hidden, though the table switches them.
-    itemRef(AnalyzeChart).visible = false;
+    item(AnalyzeChart).visible = false;
     // The pop-up never shows on the menu bar.
-    itemRef(DropEdit).visible = false;
+    item(DropEdit).visible = false;
 
-    m_buttons = {
+    t.buttons = {
         toolButton("New", "New", Command::FileNew),
         toolButton("Open", "Open/Append", Command::FileOpen),
         ToolButton{},
@@ -84,29 +96,30 @@ FrameModel::FrameModel() {
         ToolButton{},
         toolButton("Help", "Help", Command::HelpContents),
     };
-    buttonRef("Insert").enabled = false;
-    buttonRef("Delete").enabled = false;
-    buttonRef("Chart").visible = false;
+    button("Insert").enabled = false;
+    button("Delete").enabled = false;
+    button("Chart").visible = false;
+    return t;
 }
 
 const MenuEntry& FrameModel::item(MenuItem item) const {
-    return m_items.at(static_cast<std::size_t>(item));
+    return tables().items.at(static_cast<std::size_t>(item));
 }
 
 const ToolButton& FrameModel::button(std::string_view key) const {
     return const_cast<FrameModel*>(this)->buttonRef(key);
 }
 
-// The entries stand in MenuItem's order, so an item is its own index.
 MenuEntry& FrameModel::itemRef(MenuItem item) {
-    return m_items.at(static_cast<std::size_t>(item));
+    return tables().items.at(static_cast<std::size_t>(item));
 }
 
 ToolButton& FrameModel::buttonRef(std::string_view key) {
-    auto found = std::find_if(m_buttons.begin(), m_buttons.end(), [key](const ToolButton& b) {
+    std::vector<ToolButton>& buttons = tables().buttons;
+    auto found = std::find_if(buttons.begin(), buttons.end(), [key](const ToolButton& b) {
         return !b.separator() && b.key == key;
     });
-    if (found == m_buttons.end()) {
+    if (found == buttons.end()) {
         throw std::logic_error("no toolbar button " + std::string(key));
     }
     return *found;
@@ -128,12 +141,12 @@ void FrameModel::setButtonPressed(std::string_view key, bool pressed) {
 }
 
 void FrameModel::setAvailable(Command command, bool available) {
-    for (MenuEntry& item : m_items) {
+    for (MenuEntry& item : tables().items) {
         if (item.command == command) {
             item.available = available;
         }
     }
-    for (ToolButton& b : m_buttons) {
+    for (ToolButton& b : tables().buttons) {
         if (b.command == command) {
             b.available = available;
         }

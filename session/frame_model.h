@@ -72,8 +72,9 @@ enum class MenuItem {
 
 struct MenuEntry {
     MenuItem item = MenuItem::File;
-    std::optional<MenuItem> parent; // the menu it sits in; none for a menu of the bar (or the pop-up)
-    std::string caption;            // "&" marks the access key; "-" is a separator
+    std::optional<MenuItem>
+        parent;           // the menu it sits in; none for a menu of the bar (or the pop-up)
+    std::string caption;  // "&" marks the access key; "-" is a separator
     std::string shortcut; // "Ctrl+N", "F1"; empty for none
     Command command = Command::None;
     bool enabled = true;
@@ -106,11 +107,13 @@ struct PopupRequest {
 
 class FrameModel {
   public:
-    FrameModel();
+    // The menus and buttons are built when first asked for, so that a program that never
+    // shows the frame (the command line) doesn't pay for them.
+    FrameModel() = default;
 
     // The menu bar's items and the pop-up DropEdit with its items, in MenuItem's order.
-    const std::vector<MenuEntry>& menuItems() const { return m_items; }
-    const std::vector<ToolButton>& toolButtons() const { return m_buttons; }
+    const std::vector<MenuEntry>& menuItems() const { return tables().items; }
+    const std::vector<ToolButton>& toolButtons() const { return tables().buttons; }
     // Lookups by item and by key (compared exactly; a missing key is a programming error).
     const MenuEntry& item(MenuItem item) const;
     const ToolButton& button(std::string_view key) const;
@@ -138,14 +141,19 @@ class FrameModel {
     }
 
   private:
+    struct Tables {
+        std::vector<MenuEntry> items;
+        std::vector<ToolButton> buttons;
+    };
+    // The tables as a new frame has them, built on first use.
+    Tables& tables() const;
     MenuEntry& itemRef(MenuItem item);
     ToolButton& buttonRef(std::string_view key);
     void switchRowCommands(bool on);
     void switchForCompare(bool active);
     void changed();
 
-    std::vector<MenuEntry> m_items;
-    std::vector<ToolButton> m_buttons;
+    mutable std::optional<Tables> m_tables;
     std::vector<PopupRequest> m_popups;
     std::function<void()> m_listener;
     std::function<void(PopupRequest)> m_popupListener;

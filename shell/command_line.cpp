@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstdio>
 #include <filesystem>
 #include <optional>
+#include <system_error>
 
-#include "documents/analyze.h"
-#include "platform/scripted_platform.h"
 #include "shell/compare_command.h"
+#include "shell/file_analysis.h"
+#include "shell/tsv_line.h"
 
 namespace titron::shell {
 
@@ -64,19 +64,9 @@ constexpr const char* kUsage =
     "not written; 64 for a row beyond the rows).\n";
 
 struct Options {
-    int passes = 1000;
-    std::optional<std::string> saveTo;
+    FileRequest request;
     bool tsv = false;
     std::vector<std::string> files;
-};
-
-// The outcome of one file, as the tsv line and the exit status tell it.
-struct FileResult {
-    int status = kExitReport;
-    std::string outcome;
-    std::string name;
-    std::int32_t passes = 0;
-    std::optional<analysis::Figures> figures;
 };
 
 std::optional<Options> parseOptions(const std::vector<std::string>& arguments, std::ostream& err) {
@@ -92,9 +82,9 @@ std::optional<Options> parseOptions(const std::vector<std::string>& arguments, s
                     << "'\n";
                 return std::nullopt;
             }
-            options.passes = *passes;
+            options.request.passes = *passes;
         } else if (argument == "--save" && hasValue) {
-            options.saveTo = arguments[++i];
+            options.request.saveTo = arguments[++i];
         } else if (argument == "--format" && hasValue) {
             const std::string& value = arguments[++i];
             if (value != "text" && value != "tsv") {
@@ -102,6 +92,7 @@ std::optional<Options> parseOptions(const std::vector<std::string>& arguments, s
                 return std::nullopt;
             }
             options.tsv = value == "tsv";
+            options.request.report = !options.tsv;
         } else if (!takeFileArgument(arguments, i, options.files, err)) {
             return std::nullopt;
         }
@@ -110,134 +101,11 @@ std::optional<Options> parseOptions(const std::vector<std::string>& arguments, s
         err << "titron-cli: no FILE to analyse\n";
         return std::nullopt;
     }
-    if (options.saveTo && options.files.size() != 1) {
+    if (options.request.saveTo && options.files.size() != 1) {
         err << "titron-cli: --save takes exactly one FILE\n";
         return std::nullopt;
     }
     return options;
-}
-
-std::string withLineFeeds(std::string text) {
-    std::string out;
-    out.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') {
-            continue;
-        }
-        out += text[i];
-    }
-    return out;
-}
-
-std::string absolutePath(const std::string& file) {
-    std::error_code error;
-    const auto path = std::filesystem::absolute(file, error);
-    return error ? file : path.lexically_normal().string();
-}
-
-FileResult analyzeFile(const std::string& file, const Options& options, std::ostream& out,
-                       std::ostream& err, const std::string& errPrefix) {
-    platform::ScriptedPlatform platform;
-    // The window asks for more passes 20 at a time; the command line allows them while
-    // the total stays within the limit, and then answers 0, which ends the analysis.
-    std::int32_t allowed = analysis::kPassesPerRound;
-    platform.setInputResponder([&](const platform::InputBoxRequest&) -> std::string {
-        if (allowed + analysis::kPassesPerRound <= options.passes) {
-            allowed += analysis::kPassesPerRound;
-            return "20";
-        }
-        return "0";
-    });
-    session::Session session;
-    session.LastDirectory = platform.services().files.currentDirectory();
-    documents::Analyze analyze(platform.services(), session);
-    analyze.load();
-
-    FileResult result;
-    if (analyze.openDocument(absolutePath(file)) != documents::LoadOutcome::Loaded) {
-        const auto& box = platform.boxes().back().request;
-        err << errPrefix << box.title << ": " << withLineFeeds(box.text) << "\n";
-        result.status = kExitUnreadable;
-        result.outcome = box.title;
-        result.name = analyze.nameBox().text();
-        return result;
-    }
-
-    const documents::AnalysisRun run = analyze.runAnalysis();
-    result.name = analyze.nameBox().text();
-    switch (run.ending) {
-    case documents::AnalysisRun::Ending::Report:
-        result.outcome = "report";
-        result.figures = run.figures;
-        result.passes = run.figures->iterations;
-        if (!options.tsv) {
-            out << analyze.resultsPane().text();
-        }
-        if (run.noNameNote) {
-            err << errPrefix << "note: ANALYSIS NAME: There is no Analysis Name.\n";
-        }
-        if (options.saveTo && !analyze.saveDocument(*options.saveTo)) {
-            err << errPrefix << "cannot write " << *options.saveTo << "\n";
-            result.status = kExitUnreadable;
-        }
-        break;
-    case documents::AnalysisRun::Ending::Box:
-        err << errPrefix << run.box.title << ": " << withLineFeeds(run.box.text) << "\n";
-        result.status = kExitBox;
-        result.outcome = run.box.title;
-        break;
-    case documents::AnalysisRun::Ending::NoConvergence:
-        result.passes = platform.inputs().empty() ? 0 : allowed;
-        err << errPrefix << "no convergence after " << allowed
-            << " passes (see --passes); no report\n";
-        result.status = kExitNoConvergence;
-        result.outcome = "no convergence";
-        break;
-    }
-    return result;
-}
-
-std::string fullPrecision(double value) {
-    char buffer[40];
-    std::snprintf(buffer, sizeof buffer, "%.17g", value);
-    return buffer;
-}
-
-// A field of a tsv line: Tabs and line ends inside it would break the columns.
-std::string tsvField(std::string text) {
-    std::replace_if(
-        text.begin(), text.end(), [](char c) { return c == '\t' || c == '\r' || c == '\n'; }, ' ');
-    return text;
-}
-
-void writeTsvHeading(std::ostream& out) {
-    out << "file\tname\toutcome\tpasses\tlog_proportion\tse_log_proportion\tproportion\t"
-           "proportion_minus_1se\tproportion_plus_1se\tlower_proportion_95\t"
-           "upper_proportion_95\tfrequency\tpearson_chi_square\tdeviance_chi_square\tdf\t"
-           "pearson_p\tdeviance_p\n";
-}
-
-void writeTsvLine(std::ostream& out, const std::string& file, const FileResult& r) {
-    out << tsvField(file) << '\t' << tsvField(r.name) << '\t' << tsvField(r.outcome) << '\t';
-    if (r.outcome == "report" || r.outcome == "no convergence") {
-        out << r.passes;
-    }
-    if (!r.figures) {
-        out << std::string(13, '\t') << '\n';
-        return;
-    }
-    const analysis::Figures& f = *r.figures;
-    for (double value :
-         {f.logProportion, f.se, f.proportion, f.proportionMinus, f.proportionPlus, f.lowerLimit,
-          f.upperLimit, 1.0 / f.proportion, f.pearsonChi, f.deviance}) {
-        out << '\t' << fullPrecision(value);
-    }
-    out << '\t';
-    if (f.hasTests) {
-        out << f.df;
-    }
-    out << '\t' << (f.pearsonP ? fullPrecision(*f.pearsonP) : "");
-    out << '\t' << (f.devianceP ? fullPrecision(*f.devianceP) : "") << '\n';
 }
 
 } // namespace
@@ -284,26 +152,35 @@ int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
             << kUsage;
         return kExitUsage;
     }
-    const std::optional<Options> options = parseOptions(arguments, err);
+    std::optional<Options> options = parseOptions(arguments, err);
     if (!options) {
         err << "Try 'titron-cli --help'.\n";
         return kExitUsage;
     }
 
+    std::error_code noDirectory;
+    const std::filesystem::path currentDirectory = std::filesystem::current_path(noDirectory);
+    if (!noDirectory) {
+        options->request.currentDirectory = currentDirectory;
+    }
     if (options->tsv) {
-        writeTsvHeading(out);
+        out << kTsvHeading;
     }
     int worst = kExitReport;
     const bool several = options->files.size() > 1;
+    FileAnalyzer analyzer(options->request);
+    std::string line;
     for (std::size_t i = 0; i < options->files.size(); ++i) {
         const std::string& file = options->files[i];
         if (i > 0 && !options->tsv) {
             out << "\f\r\n";
         }
         const FileResult result =
-            analyzeFile(file, *options, out, err, several ? file + ": " : std::string());
+            analyzer.analyze(file, out, err, several ? file + ": " : std::string());
         if (options->tsv) {
-            writeTsvLine(out, file, result);
+            line.clear();
+            appendTsvLine(line, file, result);
+            out << line;
         }
         worst = std::max(worst, result.status);
     }

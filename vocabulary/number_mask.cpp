@@ -1,5 +1,6 @@
 #include "vocabulary/number_mask.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -7,8 +8,8 @@
 #include <string>
 
 #include "vocabulary/decimal_digits.h"
-#include "vocabulary/number_text.h"
 #include "vocabulary/failure.h"
+#include "vocabulary/number_text.h"
 
 namespace titron::vocabulary {
 
@@ -78,62 +79,61 @@ std::string formatMask(double value, std::string_view mask) {
         return generalNumber(value);
     }
 
-    // The magnitude as integer digits and fraction digits of its 15-significant-digit form.
-    std::string intPart;
-    std::string fraction;
+    // The magnitude's 15-significant-digit form as one run of digits, the first intLength
+    // of them before the point: "1234.5" is "123450000000000" with 4.
+    std::string digits;
+    std::size_t intLength = 0;
     const double magnitude = std::fabs(value);
     if (magnitude != 0.0) {
-        const auto [digits, exponent] = significantDigits(magnitude);
-        if (exponent >= 0) {
-            const auto intDigits = static_cast<std::size_t>(exponent) + 1;
-            if (digits.size() <= intDigits) {
-                intPart = digits;
-                intPart.append(intDigits - digits.size(), '0');
-            } else {
-                intPart = digits.substr(0, intDigits);
-                fraction = digits.substr(intDigits);
+        const SignificantDigits form = significantDigits(magnitude);
+        if (form.exponent >= 0) {
+            intLength = static_cast<std::size_t>(form.exponent) + 1;
+            digits = form.digits;
+            if (digits.size() < intLength) {
+                digits.append(intLength - digits.size(), '0');
             }
         } else {
-            fraction.assign(static_cast<std::size_t>(-exponent - 1), '0');
-            fraction += digits;
+            digits.assign(static_cast<std::size_t>(-form.exponent - 1), '0');
+            digits += form.digits;
         }
     }
 
-    // Half away from zero on the decimal digits: the first digit dropped decides.
+    // Exactly the mask's decimals, half away from zero: the first digit dropped decides.
+    const std::size_t keep = intLength + shape.decimals;
     bool roundUp = false;
-    if (fraction.size() > shape.decimals) {
-        roundUp = fraction[shape.decimals] >= '5';
-        fraction.resize(shape.decimals);
+    if (digits.size() > keep) {
+        roundUp = digits[keep] >= '5';
+        digits.resize(keep);
     } else {
-        fraction.append(shape.decimals - fraction.size(), '0');
+        digits.append(keep - digits.size(), '0');
     }
     if (roundUp) {
-        std::string all = intPart + fraction;
-        incrementDigits(all);
-        intPart = all.substr(0, all.size() - shape.decimals);
-        fraction = all.substr(all.size() - shape.decimals);
+        incrementDigits(digits);
+        intLength = digits.size() - shape.decimals;
     }
 
-    const std::size_t firstNonZero = intPart.find_first_not_of('0');
-    intPart.erase(0, firstNonZero == std::string::npos ? intPart.size() : firstNonZero);
-    if (intPart.size() < shape.minIntDigits) {
-        intPart.insert(0, shape.minIntDigits - intPart.size(), '0');
+    const std::size_t leadingZeros = std::min(digits.find_first_not_of('0'), intLength);
+    digits.erase(0, leadingZeros);
+    intLength -= leadingZeros;
+    if (intLength < shape.minIntDigits) {
+        digits.insert(0, shape.minIntDigits - intLength, '0');
+        intLength = shape.minIntDigits;
     }
 
-    std::string out = value < 0 ? "-" : "";
-    if (shape.grouped) {
-        for (std::size_t k = 0; k < intPart.size(); ++k) {
-            if (k > 0 && (intPart.size() - k) % 3 == 0) {
-                out += ',';
-            }
-            out += intPart[k];
+    std::string out;
+    out.reserve(digits.size() + intLength / 3 + 2);
+    if (value < 0) {
+        out += '-';
+    }
+    for (std::size_t k = 0; k < intLength; ++k) {
+        if (shape.grouped && k > 0 && (intLength - k) % 3 == 0) {
+            out += ',';
         }
-    } else {
-        out += intPart;
+        out += digits[k];
     }
     if (shape.hasPoint) {
         out += '.';
-        out += fraction;
+        out.append(digits, intLength);
     }
     return out;
 }

@@ -107,6 +107,38 @@ TEST_F(CommandLineTest, SeveralFilesGiveSectionsSeparatedByFormFeedsAndTheWorstS
     EXPECT_EQ(err.str(), bad + ": INVALID DOSE: Invalid Dose: 0\n");
 }
 
+// Files share one window logic in a run: each must come out as it does alone, whatever
+// came before it (other headings, more rows, a failure, a name, no convergence).
+TEST_F(CommandLineTest, FileAfterOthersComesOutAsItDoesAlone) {
+    std::string big = "Analysis Name: Big\r\n\r\nNr\tD\tR\tT\tNote\r\n";
+    for (int row = 1; row <= 250; ++row) {
+        big += std::to_string(row) + "\t" + std::to_string(100 * row) + "\t" +
+               std::to_string(row % 24) + "\t24\tx\r\n";
+    }
+    const std::vector<std::string> before = {
+        kSpleen, file("word.txt", "100\t5\t10\r\n200\tfive\t10\r\n"),
+        (directory / "missing.tna").string(), file("slow.txt", "0.001\t5\t10\r\n0.002\t8\t10\r\n"),
+        file("big.txt", big)};
+    // Neither a name nor a heading line: the default headings and the note must show.
+    const std::string last = file("last.txt", "1000\t2\t24\r\n3000\t6\t24\r\n");
+
+    for (const std::string format : {"text", "tsv"}) {
+        EXPECT_EQ(run({"analyze", "--passes", "20", "--format", format, last}), kExitReport);
+        const std::string alone = out.str();
+        const std::string aloneErr = err.str();
+        std::vector<std::string> arguments = {"analyze", "--passes", "20", "--format", format};
+        arguments.insert(arguments.end(), before.begin(), before.end());
+        arguments.push_back(last);
+        EXPECT_EQ(run(arguments), kExitNoConvergence);
+        const std::string all = out.str();
+        const std::size_t lastSection =
+            format == "tsv" ? all.rfind('\n', all.size() - 2) + 1 : all.rfind("\f\r\n") + 3;
+        const std::size_t aloneSection = format == "tsv" ? alone.find('\n') + 1 : 0;
+        EXPECT_EQ(all.substr(lastSection), alone.substr(aloneSection)) << format;
+        EXPECT_EQ(err.str().substr(err.str().rfind(last + ": ")), last + ": " + aloneErr);
+    }
+}
+
 TEST_F(CommandLineTest, TsvGivesFullPrecisionFiguresThatRoundToTheReport) {
     const std::string bad = file("bad.txt", "0\t1\t10\r\n");
     EXPECT_EQ(run({"analyze", "--format", "tsv", kSpleen, bad}), kExitBox);
