@@ -1,3 +1,5 @@
+// The statistics: the estimate and its worked examples and limit cases, the figures made
+// from it, and the tail probabilities behind the report's p-values.
 #include "analysis/estimator.h"
 
 #include <cmath>
@@ -5,10 +7,13 @@
 #include <gtest/gtest.h>
 
 #include "analysis/figures.h"
-#include "vocabulary/failure.h"
+#include "analysis/tail_probability.h"
+#include "tests/failure_of.h"
 
 namespace titron::analysis {
 namespace {
+
+using titron::testing::failureOf;
 
 AssayTable table(std::initializer_list<AssayRow> rows) {
     return AssayTable(rows);
@@ -57,6 +62,8 @@ TEST(EstimatorTest, SingleRowStopsAfterOnePassAtItsStartValue) {
     EXPECT_NEAR(e.deviance, 0.0, 1e-12);
     // The start value, ln(-ln(1 - 0.3)) - ln 100, is already the estimate.
     EXPECT_NEAR(e.logProportion, std::log(-std::log(0.7)) - std::log(100.0), 1e-12);
+    // One row has no tests of consistency.
+    EXPECT_FALSE(computeFigures(e, 1).hasTests);
 }
 
 TEST(EstimatorTest, RowsBeyondTheWeightedRangeEndAtLogProportionZeroAfterSevenPasses) {
@@ -82,61 +89,52 @@ TEST(EstimatorTest, RowsBeyondTheWeightedRangeEndAtLogProportionZeroAfterSevenPa
     EXPECT_LT(*f.devianceP, 0.001);
 }
 
+// A proportion above one: the start value near 6.6 is halved at each pass, and after 20
+// passes the question asks for more. 0 stops; more passes are counted on and the next
+// question shows the total; five more are enough (the estimate settles at pass 25); a
+// negative answer ends the iteration unconverged with the latest estimate.
 TEST(EstimatorTest, ProportionAboveOneHalvesEachPassAndReachesTheQuestion) {
+    const AssayTable slow = table({{0.001, 5, 10}, {0.002, 8, 10}});
     Answers stop;
-    const Estimate e =
-        estimateLogProportion(table({{0.001, 5, 10}, {0.002, 8, 10}}), stop.question());
+    const Estimate e = estimateLogProportion(slow, stop.question());
     EXPECT_EQ(stop.asked, std::vector<std::int32_t>{20});
     EXPECT_TRUE(e.stopped);
     EXPECT_EQ(e.iterations, 20);
-    // The start value near 6.6 halved at each of the 20 passes.
     EXPECT_GT(e.logProportion, 0.0);
     EXPECT_LT(e.logProportion, 6.7 / (1 << 19));
-}
 
-TEST(EstimatorTest, MorePassesAreCountedOnAndTheNextQuestionShowsTheTotal) {
     Answers twoThenStop{{2}, {}};
-    const Estimate e =
-        estimateLogProportion(table({{0.001, 5, 10}, {0.002, 8, 10}}), twoThenStop.question());
+    const Estimate two = estimateLogProportion(slow, twoThenStop.question());
     EXPECT_EQ(twoThenStop.asked, (std::vector<std::int32_t>{20, 22}));
-    EXPECT_EQ(e.iterations, 22);
-    EXPECT_TRUE(e.stopped);
+    EXPECT_EQ(two.iterations, 22);
+    EXPECT_TRUE(two.stopped);
 
-    // Five more are enough for this assay: the halved estimate settles at pass 25.
     Answers five{{5}, {}};
-    const Estimate settled =
-        estimateLogProportion(table({{0.001, 5, 10}, {0.002, 8, 10}}), five.question());
+    const Estimate settled = estimateLogProportion(slow, five.question());
     EXPECT_EQ(five.asked, std::vector<std::int32_t>{20});
     EXPECT_EQ(settled.iterations, 25);
     EXPECT_FALSE(settled.stopped);
-}
 
-TEST(EstimatorTest, NegativeAnswerEndsTheIterationUnconvergedWithTheLatestEstimate) {
     Answers negative{{-1}, {}};
-    const Estimate e =
-        estimateLogProportion(table({{0.001, 5, 10}, {0.002, 8, 10}}), negative.question());
-    EXPECT_FALSE(e.stopped);
-    EXPECT_EQ(e.remaining, -1);
-    EXPECT_EQ(e.iterations, 20);
-    EXPECT_TRUE(computeFigures(e, 2).converged); // only a remaining of exactly 0 says otherwise
+    const Estimate ended = estimateLogProportion(slow, negative.question());
+    EXPECT_FALSE(ended.stopped);
+    EXPECT_EQ(ended.remaining, -1);
+    EXPECT_EQ(ended.iterations, 20);
+    EXPECT_TRUE(computeFigures(ended, 2).converged); // only a remaining of exactly 0 says otherwise
 }
 
 TEST(EstimatorTest, ExponentialOverflowIsFailureSix) {
     Answers none;
     // Five tiny doses pull the start value near 537; the large dose's eta is then near 767,
     // beyond the range of exp.
-    try {
-        estimateLogProportion(table({{1e-300, 1, 2},
-                                     {1e-300, 1, 2},
-                                     {1e-300, 1, 2},
-                                     {1e-300, 1, 2},
-                                     {1e-300, 1, 2},
-                                     {1e100, 1, 2}}),
-                              none.question());
-        ADD_FAILURE() << "expected an overflow";
-    } catch (const vocabulary::Failure& failure) {
-        EXPECT_EQ(failure.number(), vocabulary::failure::Overflow);
-    }
+    const AssayTable tiny = table({{1e-300, 1, 2},
+                                   {1e-300, 1, 2},
+                                   {1e-300, 1, 2},
+                                   {1e-300, 1, 2},
+                                   {1e-300, 1, 2},
+                                   {1e100, 1, 2}});
+    EXPECT_EQ(failureOf([&] { estimateLogProportion(tiny, none.question()); }),
+              vocabulary::failure::Overflow);
 }
 
 TEST(FiguresTest, OnlyThePearsonTestWarnsOfAPoorFit) {
@@ -152,28 +150,65 @@ TEST(FiguresTest, OnlyThePearsonTestWarnsOfAPoorFit) {
     EXPECT_FALSE(computeFigures(e, 4).poorFit);
 }
 
-TEST(FiguresTest, FirstWarningWhenAProportionOfOneIsWithinOneStandardError) {
-    Estimate e;
-    e.logProportion = -0.2;
-    e.sumWeight = 4.0; // se 0.5
-    e.remaining = 5;
-    const Figures f = computeFigures(e, 1);
-    EXPECT_DOUBLE_EQ(f.se, 0.5);
-    EXPECT_TRUE(f.inconsistentWithModel);
-    EXPECT_FALSE(f.hasTests);
-}
-
 TEST(FiguresTest, TinyWeightMakesTheUpperLimitOverflow) {
     Estimate e;
     e.logProportion = -1.0;
     e.sumWeight = 1e-6; // se 1000, exp(b + 1960) overflows
     e.remaining = 5;
-    try {
-        computeFigures(e, 2);
-        ADD_FAILURE() << "expected an overflow";
-    } catch (const vocabulary::Failure& failure) {
-        EXPECT_EQ(failure.number(), vocabulary::failure::Overflow);
+    EXPECT_EQ(failureOf([&] { computeFigures(e, 2); }), vocabulary::failure::Overflow);
+}
+
+// Reference values are exact tails, worked out independently of the program: the normal
+// two-tail as erfc(z / sqrt 2), the chi-square tail for integer df from its closed form
+// (for even df, e^-x/2 times the sum of (x/2)^k / k! for k < df/2; for odd df, erfc of
+// sqrt(x/2) plus the matching sum over half-integer k). The program's normal tail is a
+// polynomial approximation good to 7.5e-8 in each tail, so odd df may be 1.5e-7 out.
+constexpr double kNormalError = 1.5e-7;
+
+TEST(NormalTwoTailTest, AgreesWithErfcWithinTheApproximationsError) {
+    EXPECT_NEAR(normalTwoTail(0.0), 1.0, kNormalError);
+    EXPECT_NEAR(normalTwoTail(1.96), 0.0499957903, kNormalError);
+    EXPECT_NEAR(normalTwoTail(2.5758), 0.0100008475, kNormalError);
+    EXPECT_NEAR(normalTwoTail(40.0), 0.0, 1e-300);
+}
+
+TEST(ChiSquareTailTest, SeriesBelowOneHundredDegreesOfFreedomMatchesTheExactTail) {
+    const struct {
+        double x;
+        int df;
+        double exact;
+    } cases[] = {
+        {3.84, 1, 0.0500435212},
+        {5.99, 2, 0.0500366271},
+        {7.81, 3, 0.0501060564},
+        {9.49, 4, 0.0499531312},
+        {123.225, 99, 0.0500014038},
+        // From 50 on the terms are summed in logarithms.
+        {60.0, 25, 0.0001045549},
+        {60.0, 26, 0.0001676976},
+        {50.0, 30, 0.0124020607},
+        {49.999999, 30, 0.0124020637},
+    };
+    for (const auto& c : cases) {
+        EXPECT_NEAR(chiSquareTail(c.x, c.df), c.exact, kNormalError) << c.x << " " << c.df;
     }
+}
+
+// From 100 degrees of freedom on, the Wilson-Hilferty approximation: within 2e-5 of the
+// exact tail near the 5% point at 100 df, closer as df grows.
+TEST(ChiSquareTailTest, CubeRootApproximationFromOneHundredOn) {
+    EXPECT_NEAR(chiSquareTail(124.34, 100), 0.0500133405, 2e-5);
+    EXPECT_NEAR(chiSquareTail(150.0, 120), 0.0330734809, 2e-5);
+    EXPECT_GT(chiSquareTail(10.0, 100), 0.999);
+}
+
+TEST(ChiSquareTailTest, NegativeStatisticGivesOneAndResultsNeverExceedOne) {
+    EXPECT_EQ(chiSquareTail(-1.0, 5), 1.0);
+    EXPECT_EQ(chiSquareTail(-1e-15, 3), 1.0);
+    for (int df = 1; df < 120; df += 7) {
+        EXPECT_LE(chiSquareTail(1e-12, df), 1.0) << df;
+    }
+    EXPECT_NEAR(chiSquareTail(1e-15, 1), 1.0, 1e-6);
 }
 
 } // namespace

@@ -1,9 +1,11 @@
 #include "analysis/report.h"
 
+#include <functional>
+
 #include <gtest/gtest.h>
 
-#include "vocabulary/failure.h"
 #include "tests/worked_examples.h"
+#include "tests/failure_of.h"
 
 namespace titron::analysis {
 namespace {
@@ -25,12 +27,16 @@ TEST(ReportTextTest, FourRowExampleWithoutItsTableIsExact) {
               std::string(titron::testing::kSpleenReportWithoutTable) + "TABLE\r\n");
 }
 
-TEST(ReportTextTest, FileLineNamesTheFileInLowerCaseBeforeTheTable) {
+TEST(ReportTextTest, NameAsTypedAndTheFileInLowerCaseBeforeTheTable) {
     const std::string text = reportText(fourRowFigures(), "A", "/Data/Run 1.TNA", "T\r\n");
     EXPECT_NE(text.find("END\r\n\r\nTitron Analysis File: [/data/run 1.tna]\r\n\r\nT\r\n"),
               std::string::npos);
     EXPECT_EQ(reportText(fourRowFigures(), "A", "", "T\r\n").find("Titron Analysis File"),
               std::string::npos);
+    // The name is printed as typed, blanks and all.
+    EXPECT_EQ(reportText(fourRowFigures(), "  two  blanks ", "", "")
+                  .rfind("Analysis Name:   two  blanks \r\n", 0),
+              0u);
 }
 
 TEST(ReportTextTest, PoorFitGetsTheWarningAndTheRecommendationBeforeEnd) {
@@ -64,74 +70,56 @@ TEST(ReportTextTest, SingleRowHasNoTestSectionAndNoEnd) {
     EXPECT_NE(text.find("S.E. of Log Prop.:   0.1726\r\n\r\nT\r\n"), std::string::npos);
 }
 
-TEST(ReportTextTest, VariableBlanksKeepDecimalPointsAligned) {
-    Figures f = fourRowFigures();
-    f.logProportion = -12.34567;
-    EXPECT_NE(reportText(f, "", "", "")
-                  .find("    Log Proportion: " + std::string(8, ' ') + "-12.34567       S.E."),
-              std::string::npos);
-    f.logProportion = -123.45678;
-    EXPECT_NE(
-        reportText(f, "", "", "").find("Log Proportion: " + std::string(7, ' ') + "-123.45678"),
-        std::string::npos);
-    f.logProportion = 0.5;
-    EXPECT_NE(reportText(f, "", "", "").find("Log Proportion: " + std::string(10, ' ') + "0.50000"),
-              std::string::npos);
-
-    f.pearsonChi = 1234.567; // as wide a gap as 123.456: the columns behind shift by one
-    EXPECT_NE(reportText(f, "", "", "").find("(Pearson):   1234.567         p-value:"),
-              std::string::npos);
-
-    f.rows = 11;
-    f.df = 10;
-    EXPECT_NE(reportText(f, "", "", "").find("Freedom:      10\r\n"), std::string::npos);
-    f.rows = 10;
-    f.df = 9;
-    EXPECT_NE(reportText(f, "", "", "").find("Freedom:       9\r\n"), std::string::npos);
-}
-
-TEST(ReportTextTest, ExtremeProportionsPrintAsTheyAre) {
-    Figures f = fourRowFigures();
-    f.upperLimit = 2.5; // frequency 0.4 rounds to nothing
-    EXPECT_NE(reportText(f, "", "", "").find("Upper Frequency:     1 in \r\n"), std::string::npos);
-    f.proportion = 4e-8; // prints as zero, its frequency in full
-    EXPECT_NE(reportText(f, "", "", "").find("0.0000000     Frequency:           1 in 25,000,000"),
-              std::string::npos);
-}
-
-TEST(ReportTextTest, ZeroStatisticLeavesItsPValueEmpty) {
-    Figures f = fourRowFigures();
-    f.deviance = 0.0;
-    f.devianceP.reset();
-    EXPECT_NE(
-        reportText(f, "", "", "").find("(Deviance):    0.000         p-value:             \r\n"),
-        std::string::npos);
-}
-
-TEST(ReportTextTest, WarningOfTheModelFollowsTheLogProportionLine) {
-    Figures f = fourRowFigures();
-    f.inconsistentWithModel = true;
-    EXPECT_NE(reportText(f, "", "", "")
-                  .find("0.1726\r\n\r\nWARNING:  DATA IS INCONSISTENT WITH THE MODEL.\r\n\r\n"
-                        "  Test for internal"),
-              std::string::npos);
+// Each case changes the worked figures and finds the line as it prints.
+TEST(ReportTextTest, FieldsKeepTheirColumnsAndEdgeValuesPrintAsTheyAre) {
+    const struct {
+        std::function<void(Figures&)> change;
+        std::string line;
+    } cases[] = {
+        // Variable blanks keep the decimal points aligned.
+        {[](Figures& f) { f.logProportion = -12.34567; },
+         "    Log Proportion:         -12.34567       S.E."},
+        {[](Figures& f) { f.logProportion = -123.45678; }, "Log Proportion:        -123.45678"},
+        {[](Figures& f) { f.logProportion = 0.5; }, "Log Proportion:           0.50000"},
+        // As wide a gap as 123.456: the columns behind shift by one.
+        {[](Figures& f) { f.pearsonChi = 1234.567; }, "(Pearson):   1234.567         p-value:"},
+        {[](Figures& f) {
+             f.rows = 11;
+             f.df = 10;
+         },
+         "Freedom:      10\r\n"},
+        {[](Figures& f) {
+             f.rows = 10;
+             f.df = 9;
+         },
+         "Freedom:       9\r\n"},
+        // A frequency of 0.4 rounds to nothing; a proportion that prints as zero keeps its
+        // frequency in full.
+        {[](Figures& f) { f.upperLimit = 2.5; }, "Upper Frequency:     1 in \r\n"},
+        {[](Figures& f) { f.proportion = 4e-8; },
+         "0.0000000     Frequency:           1 in 25,000,000"},
+        // A zero statistic leaves its p-value empty.
+        {[](Figures& f) {
+             f.deviance = 0.0;
+             f.devianceP.reset();
+         },
+         "(Deviance):    0.000         p-value:             \r\n"},
+        // The warning of the model follows the log proportion's line.
+        {[](Figures& f) { f.inconsistentWithModel = true; },
+         "0.1726\r\n\r\nWARNING:  DATA IS INCONSISTENT WITH THE MODEL.\r\n\r\n  Test for internal"},
+    };
+    for (const auto& c : cases) {
+        Figures f = fourRowFigures();
+        c.change(f);
+        EXPECT_NE(reportText(f, "", "", "").find(c.line), std::string::npos) << c.line;
+    }
 }
 
 TEST(ReportTextTest, LowerLimitOfZeroIsADivisionByZero) {
     Figures f = fourRowFigures();
     f.lowerLimit = 0.0;
-    try {
-        reportText(f, "", "", "");
-        ADD_FAILURE() << "expected a division by zero";
-    } catch (const vocabulary::Failure& failure) {
-        EXPECT_EQ(failure.number(), vocabulary::failure::DivisionByZero);
-    }
-}
-
-TEST(ReportTextTest, NameIsPrintedAsTypedWithItsBlanks) {
-    EXPECT_EQ(reportText(fourRowFigures(), "  two  blanks ", "", "")
-                  .rfind("Analysis Name:   two  blanks \r\n", 0),
-              0u);
+    EXPECT_EQ(titron::testing::failureOf([&] { reportText(f, "", "", ""); }),
+              vocabulary::failure::DivisionByZero);
 }
 
 } // namespace

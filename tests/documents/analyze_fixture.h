@@ -3,7 +3,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -45,7 +44,7 @@ class AnalyzeFixture : public ::testing::Test {
         std::filesystem::remove_all(directory);
     }
 
-    void type(std::initializer_list<Row> rows, int firstRow = 1) {
+    void type(const std::vector<Row>& rows, int firstRow = 1) {
         int row = firstRow;
         for (const Row& r : rows) {
             entry::Grid& grid = analyze.grid();
@@ -87,7 +86,25 @@ class AnalyzeFixture : public ::testing::Test {
         return std::string(std::istreambuf_iterator<char>(in), {});
     }
 
+    // Exactly one box since the transcript was last cleared, with this title and text.
+    void expectBox(const std::string& title, const std::string& text) const {
+        ASSERT_EQ(boxes().size(), 1u);
+        EXPECT_EQ(boxes()[0].request.title, title);
+        EXPECT_EQ(boxes()[0].request.text, text);
+    }
+
     std::string cell(int col, int row) const { return analyze.grid().cell(col, row); }
+    // Rows first to last, each as "number|dose|responses|tested|comments" and a line feed;
+    // row 0 is the headings.
+    std::string rows(int first, int last) const {
+        std::string text;
+        for (int row = first; row <= last; ++row) {
+            for (int col = 0; col <= 4; ++col) {
+                text += cell(col, row) + (col < 4 ? "|" : "\n");
+            }
+        }
+        return text;
+    }
     const std::string& pane() const { return analyze.resultsPane().text(); }
     const std::vector<platform::ShownBox>& boxes() const { return platform.boxes(); }
 

@@ -1,18 +1,18 @@
 // The assay table as the user meets it: typing rule, Delete key, growth, row numbers,
-// column widths, focus and right-click enabling.
+// column widths, focus, right-click enabling, and the pop-up menu's block commands.
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "entry/data_grid.h"
+#include "entry/key_codes.h"
 #include "tests/documents/analyze_fixture.h"
 
 namespace titron::documents::testing {
 namespace {
 
-constexpr int kF2 = 113;
-constexpr int kDelete = 46;
-constexpr int kV = 86;
+namespace key = entry::key;
+using session::MenuItem;
 
 class DataGridTest : public AnalyzeFixture {
   protected:
@@ -24,11 +24,10 @@ class DataGridTest : public AnalyzeFixture {
         for (char c : keys) {
             grid().userKeyPress(static_cast<unsigned char>(c));
         }
-        grid().userKeyPress(13);
+        grid().userKeyPress(key::Enter);
         return cell(col, row);
     }
-
-    void setCell(int col, int row, const std::string& text) { grid().setCell(col, row, text); }
+    bool enabled(MenuItem item) const { return session.frame.item(item).enabled; }
 };
 
 TEST_F(DataGridTest, NumberColumnsTakeDigitsSignsOneDotAndExponentLetters) {
@@ -40,24 +39,22 @@ TEST_F(DataGridTest, NumberColumnsTakeDigitsSignsOneDotAndExponentLetters) {
     EXPECT_EQ(typeInto(3, 2, "1.2.3"), "1.23");
     EXPECT_EQ(typeInto(1, 4, "-2+3/ab7"), "-2+37");
     EXPECT_EQ(typeInto(2, 2, "1 2"), "1 2"); // the blank is a control-range key and passes
-}
-
-TEST_F(DataGridTest, CommentsTakeEverythingButTheDoubleQuote) {
-    EXPECT_EQ(typeInto(4, 1, "x.y \"q\". 1/2"), "x.y q. 1/2");
+    EXPECT_EQ(typeInto(2, 3, "1\t2"), "12"); // Tab is the view's business, not the text's
+    EXPECT_EQ(typeInto(4, 1, "x.y \"q\". 1/2"), "x.y q. 1/2"); // comments: all but the quote
 }
 
 TEST_F(DataGridTest, TheDotRuleSeesOnlyWhatIsTypedIntoTheEdit) {
-    setCell(1, 1, "2.5");
+    grid().setCell(1, 1, "2.5");
     // Typing replaces the old text, so its dot doesn't count...
     EXPECT_EQ(typeInto(1, 1, ".5"), ".5");
     // ...but during an edit opened with F2 the old text is part of the edit.
     grid().userMoveTo(1, 2);
-    setCell(1, 2, "2.5");
-    grid().userKeyDown(kF2, 0);
+    grid().setCell(1, 2, "2.5");
+    grid().userKeyDown(key::F2, 0);
     EXPECT_TRUE(grid().editMode());
-    grid().userKeyPress('.');
-    grid().userKeyPress('1');
-    grid().userKeyPress(13);
+    for (int c : {int{'.'}, int{'1'}, key::Enter}) {
+        grid().userKeyPress(c);
+    }
     EXPECT_EQ(cell(1, 2), "2.51");
 }
 
@@ -65,7 +62,7 @@ TEST_F(DataGridTest, TypedTextStopsAtTheColumnsLengthLimit) {
     EXPECT_EQ(typeInto(1, 1, std::string(40, '7')), std::string(30, '7'));
     EXPECT_EQ(typeInto(4, 1, std::string(70, 'c')), std::string(60, 'c'));
     // Code is not limited.
-    setCell(4, 2, std::string(100, 'c'));
+    grid().setCell(4, 2, std::string(100, 'c'));
     EXPECT_EQ(cell(4, 2).size(), 100u);
 }
 
@@ -85,6 +82,10 @@ TEST_F(DataGridTest, CursorGrowsTheTableInStepsOfHundredUpTo1500) {
     EXPECT_EQ(grid().rowLimit(), 1500);
     EXPECT_EQ(cell(0, 1500), "1500");
     EXPECT_TRUE(boxes().empty());
+    // Above 1,500 rows (a loaded file) the cursor adds nothing.
+    grid().setRowLimit(2000);
+    grid().userMoveTo(1, 1995);
+    EXPECT_EQ(grid().rowLimit(), 2000);
 }
 
 TEST_F(DataGridTest, MaximumRowsBoxOnlyAtRow1500Column1) {
@@ -94,9 +95,7 @@ TEST_F(DataGridTest, MaximumRowsBoxOnlyAtRow1500Column1) {
     grid().userMoveTo(3, 1500);
     EXPECT_TRUE(boxes().empty());
     grid().userMoveTo(1, 1500); // from column 3 of the same row
-    ASSERT_EQ(boxes().size(), 1u);
-    EXPECT_EQ(boxes()[0].request.title, "Maximum number of rows");
-    EXPECT_EQ(boxes()[0].request.text, "Reaching the maximum number of rows of data (1500).");
+    expectBox("Maximum number of rows", "Reaching the maximum number of rows of data (1500).");
     EXPECT_EQ(boxes()[0].request.buttons, platform::Buttons::Ok);
     EXPECT_EQ(boxes()[0].request.icon, platform::Icon::None);
     // The move goes on, and nothing grows.
@@ -107,119 +106,144 @@ TEST_F(DataGridTest, MaximumRowsBoxOnlyAtRow1500Column1) {
     EXPECT_EQ(boxes().size(), 2u);
 }
 
-TEST_F(DataGridTest, AboveFifteenHundredRowsTheCursorAddsNothing) {
-    grid().setRowLimit(2000);
-    grid().userMoveTo(1, 1995);
-    grid().userMoveTo(1, 1500);
-    EXPECT_EQ(grid().rowLimit(), 2000);
-    EXPECT_TRUE(boxes().empty());
-}
-
 TEST_F(DataGridTest, DeleteKeyClearsTargetAndAlwaysMarksResultsOutOfDate) {
     analyze.resultsPane().setText(std::string(60, 'r'));
     // An empty cell: the report still goes and the document counts as changed.
     grid().userMoveTo(2, 3);
-    grid().userKeyDown(kDelete, 0);
+    grid().userKeyDown(key::Delete, 0);
     EXPECT_EQ(pane(), kEmptyResults);
     EXPECT_EQ(session.AnalysisChanged, session::kChanged);
 
     // Whole rows: columns 1 to 4 of those rows, row numbers kept.
     type({{"1", "2", "3", "a"}, {"4", "5", "6", "b"}, {"7", "8", "9", "c"}});
     grid().userSelect({-1, 1, -1, 2});
-    grid().userKeyDown(kDelete, 0);
-    for (int col = 1; col <= 4; ++col) {
-        EXPECT_EQ(cell(col, 1), "");
-        EXPECT_EQ(cell(col, 2), "");
-    }
+    grid().userKeyDown(key::Delete, 0);
+    EXPECT_EQ(grid().dataRowCount(), 3);
+    EXPECT_EQ(cell(1, 1) + cell(4, 1) + cell(1, 2) + cell(4, 2), "");
     EXPECT_EQ(cell(4, 3), "c");
     EXPECT_EQ(cell(0, 1), "1");
     EXPECT_FALSE(grid().blockMode());
 
     // Inside an edit the key belongs to the editor.
     grid().userMoveTo(1, 3);
-    grid().userKeyDown(kF2, 0);
-    grid().userKeyDown(kDelete, 0);
-    grid().userKeyPress(13);
+    grid().userKeyDown(key::F2, 0);
+    grid().userKeyDown(key::Delete, 0);
+    grid().userKeyPress(key::Enter);
     EXPECT_EQ(cell(1, 3), "7");
 }
 
-TEST_F(DataGridTest, CtrlVOnWholeRowsKeepsTheRowNumbers) {
-    platform.setText("9\t9\t9\tz\r\n");
-    grid().userSelect({-1, 2, -1, 2});
-    grid().userKeyDown(kV, entry::CtrlKey);
-    EXPECT_EQ(cell(1, 2), "9");
-    EXPECT_EQ(cell(4, 2), "z");
-    EXPECT_EQ(cell(0, 2), "2");
-}
-
-TEST_F(DataGridTest, FocusSwitchesTheRowCommandsAndAddressesTheActiveCell) {
-    const session::FrameModel& frame = session.frame;
-    EXPECT_FALSE(frame.item(session::MenuItem::EditInsert).enabled);
+// Which commands the focus and a right click switch on is the window's test, with real focus
+// changes and clicks; here what only the logic shows.
+TEST_F(DataGridTest, FocusAddressesTheActiveCellAndCutCopyDeleteStayOn) {
     grid().userMoveTo(3, 7);
     grid().addressCell(1, 1);
     analyze.setFocus(Control::Grid);
     EXPECT_EQ(grid().col(), 3);
     EXPECT_EQ(grid().row(), 7);
-    EXPECT_TRUE(frame.item(session::MenuItem::EditInsert).enabled);
-    EXPECT_TRUE(frame.item(session::MenuItem::EditDelete).enabled);
-    for (const char* key : {"Insert", "Delete"}) {
-        EXPECT_TRUE(frame.button(key).enabled) << key;
-    }
-    analyze.setFocus(Control::AnalysisName);
-    EXPECT_FALSE(frame.item(session::MenuItem::EditInsert).enabled);
-    EXPECT_FALSE(frame.item(session::MenuItem::EditDelete).enabled);
-    EXPECT_FALSE(frame.button("Insert").enabled);
-    EXPECT_FALSE(frame.button("Delete").enabled);
-}
+    EXPECT_TRUE(enabled(MenuItem::EditInsert));
 
-TEST_F(DataGridTest, RightClickEnablesFillForOneColumnBlocksAndPasteForText) {
-    const session::FrameModel& frame = session.frame;
     grid().userSelect({2, 3, 2, 8});
     grid().userRightClick(1, 5, 5, 40, 60);
-    EXPECT_TRUE(frame.item(session::MenuItem::DropFill).enabled);
-    EXPECT_FALSE(frame.item(session::MenuItem::DropPaste).enabled); // empty clipboard
-    ASSERT_EQ(frame.popupsOpened().size(), 1u);
-    EXPECT_EQ(frame.popupsOpened()[0].x, 40);
-    EXPECT_EQ(frame.popupsOpened()[0].y, 60);
-
-    platform.setText("1");
-    grid().userSelect({2, 3, 3, 8});
-    grid().userRightClick(1, 5, 5, 0, 0);
-    EXPECT_FALSE(frame.item(session::MenuItem::DropFill).enabled);
-    EXPECT_TRUE(frame.item(session::MenuItem::DropPaste).enabled);
-
+    EXPECT_TRUE(enabled(MenuItem::DropFill));
     grid().userMoveTo(1, 1); // a single cell is no block
     grid().userRightClick(1, 1, 1, 0, 0);
-    EXPECT_FALSE(frame.item(session::MenuItem::DropFill).enabled);
-    // Cut, copy and delete stay on.
-    for (auto item : {session::MenuItem::DropCut, session::MenuItem::DropCopy, session::MenuItem::DropDelete}) {
-        EXPECT_TRUE(frame.item(item).enabled) << static_cast<int>(item);
-    }
+    EXPECT_FALSE(enabled(MenuItem::DropFill));
+    EXPECT_TRUE(enabled(MenuItem::DropCut) && enabled(MenuItem::DropCopy) &&
+                enabled(MenuItem::DropDelete));
 }
 
+// The name box and the comments take what the window gains, and a window of 1000 twips or
+// less keeps its layout. The settings' widths stand, the comments keeping at least 300
+// twips; without a width for column 1 the four columns share the width equally.
 TEST_F(DataGridTest, ResizeLaysOutTheNameBoxAndColumns) {
     analyze.resize(9600);
-    EXPECT_EQ(analyze.nameWidth(), 9600 - 120 - 1260);
-    for (int col = 1; col <= 4; ++col) {
-        EXPECT_EQ(grid().colWidth(col), 2160) << col;
-    }
-    // A narrow window keeps its layout.
+    const int name = analyze.nameWidth();
+    const int column = grid().colWidth(1);
+    EXPECT_EQ(grid().colWidth(4), column);
     analyze.resize(1000);
-    EXPECT_EQ(analyze.nameWidth(), 9600 - 120 - 1260);
-    EXPECT_EQ(grid().colWidth(1), 2160);
+    EXPECT_EQ(analyze.nameWidth(), name);
+    EXPECT_EQ(grid().colWidth(1), column);
+    analyze.resize(10600);
+    EXPECT_EQ(analyze.nameWidth(), name + 1000);
 
-    // Widths from the settings; the last column takes the rest, at least 300.
     session.settings.ColWidth = {500, 3000, 2000, 1000, 9999};
     analyze.resize(9600);
+    const int comments = grid().colWidth(4);
+    analyze.resize(10600);
     EXPECT_EQ(grid().colWidth(1), 3000);
-    EXPECT_EQ(grid().colWidth(4), 9600 - 960 - 6000);
+    EXPECT_EQ(grid().colWidth(3), 1000);
+    EXPECT_EQ(grid().colWidth(4), comments + 1000);
     session.settings.ColWidth = {500, 5000, 5000, 5000, 0};
     analyze.resize(9600);
     EXPECT_EQ(grid().colWidth(4), 300);
-    // ColWidth 1 at 0 means four equal columns, whatever 2 and 3 say.
     session.settings.ColWidth = {500, 0, 5000, 5000, 0};
     analyze.resize(5000);
-    EXPECT_EQ(grid().colWidth(2), (5000 - 960) / 4);
+    EXPECT_EQ(grid().colWidth(2), grid().colWidth(4));
+}
+
+// The pop-up menu's block commands work on the selection and ask nothing.
+TEST_F(DataGridTest, FillCopiesTheTopCellDownTheBlockOnly) {
+    grid().setCell(1, 2, "100");
+    grid().setCell(1, 4, "7");
+    grid().setCell(1, 7, "under");
+    grid().userSelect({1, 2, 1, 6});
+    analyze.dropFill();
+    for (int row = 2; row <= 6; ++row) {
+        EXPECT_EQ(cell(1, row), "100") << row;
+    }
+    EXPECT_EQ(cell(1, 7), "under");
+    EXPECT_EQ(cell(2, 3), "");
+
+    // An empty top cell empties the rows under it.
+    grid().userSelect({1, 1, 1, 4});
+    analyze.dropFill();
+    EXPECT_EQ(cell(1, 3), "");
+    EXPECT_EQ(cell(1, 6), "100");
+}
+
+TEST_F(DataGridTest, BlockCommandsNeitherMarkTheDocumentNorTouchTheReport) {
+    const std::string report(60, 'r');
+    analyze.resultsPane().setText(report);
+    session.AnalysisChanged = session::kUnchanged;
+    type({{"1", "2", "3", "a"}, {"4", "5", "6", "b"}});
+    grid().userSelect({1, 1, 2, 2});
+    analyze.dropCopy();
+    EXPECT_EQ(platform.text(), "1\t2\r\n4\t5\r\n");
+    analyze.dropDelete();
+    EXPECT_EQ(cell(1, 1) + cell(2, 2), "");
+    EXPECT_EQ(cell(3, 1), "3");
+    grid().userSelect({3, 1, 4, 1});
+    analyze.dropCut();
+    EXPECT_EQ(platform.text(), "3\ta\r\n");
+    EXPECT_EQ(cell(4, 1), "");
+    grid().userMoveTo(1, 5); // no block: paste goes to the active cell
+    analyze.dropPaste();
+    EXPECT_EQ(cell(1, 5), "3");
+    EXPECT_EQ(cell(2, 5), "a");
+    grid().userSelect({1, 5, 1, 6});
+    analyze.dropFill();
+    EXPECT_EQ(pane(), report);
+    EXPECT_EQ(session.AnalysisChanged, session::kUnchanged);
+    EXPECT_TRUE(boxes().empty());
+}
+
+TEST_F(DataGridTest, PastingAnyShapeOfTextStaysInsideTheGrid) {
+    // Ragged rows, lone CR and LF, far too many columns and rows, an empty last line.
+    std::string text = "a\tb\tc\td\te\tf\tg\rh\n\n\t\t\t\t\t\t\t\t\t\tz\r\n";
+    for (int row = 0; row < 500; ++row) {
+        text += std::to_string(row) + "\t\xff\t\r\n";
+    }
+    platform.setText(text);
+    grid().userMoveTo(3, 98);
+    analyze.dropPaste();
+    EXPECT_EQ(grid().rowLimit(), 200); // the move to row 98 grew the table; paste doesn't
+    EXPECT_EQ(cell(3, 98), "a");
+    EXPECT_EQ(cell(4, 98), "b");
+    EXPECT_EQ(cell(3, 99), "h");
+    EXPECT_EQ(cell(3, 100), "");
+    EXPECT_EQ(cell(3, 200), "98");
+    EXPECT_EQ(cell(4, 200), "\xff");
+    EXPECT_EQ(cell(0, 98), "98");
 }
 
 } // namespace

@@ -1,12 +1,10 @@
 #include "entry/grid.h"
 
-#include "vocabulary/failure.h"
-#include "platform/platform.h"
+#include "platform/scripted_platform.h"
+#include "tests/failure_of.h"
 
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,25 +14,7 @@ namespace {
 
 constexpr Colour kBlue{0, 0, 255};
 
-class FakeClipboard : public platform::Clipboard {
-  public:
-    void clear() override { m_text.reset(); }
-    void setText(const std::string& text) override { m_text = text; }
-    bool hasText() override { return m_text.has_value(); }
-    std::string text() override { return m_text.value_or(""); }
-
-  private:
-    std::optional<std::string> m_text;
-};
-
-int failureNumber(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const vocabulary::Failure& failure) {
-        return failure.number();
-    }
-    return 0;
-}
+using titron::testing::failureOf;
 
 TEST(GridTest, ReadClipEndsEveryRowWithCrLfIncludingTheLast) {
     Grid grid(4, 3);
@@ -55,15 +35,6 @@ TEST(GridTest, WriteClipEndsRowsAtCrLfLoneCrAndLoneLfWithoutAnExtraRow) {
     grid.addressBlock(1, 1, 2, 5);
     EXPECT_EQ(grid.clip(), "a\tb\r\nc\t\r\nd\t\r\ne\t\r\n\t\r\n");
     EXPECT_EQ(grid.dataRowCount(), 4);
-}
-
-TEST(GridTest, WriteClipDropsCellsBeyondTheLastColumnAndTheRowLimit) {
-    Grid grid(2, 2);
-    grid.addressCell(2, 1);
-    grid.setClip("a\tb\tc\r\nd\r\ne\r\nf");
-    EXPECT_EQ(grid.rowLimit(), 2);
-    grid.addressBlock(0, 0, 2, 2);
-    EXPECT_EQ(grid.clip(), "\t\t\r\n\t\ta\r\n\t\td\r\n");
 }
 
 TEST(GridTest, DataRowCountIgnoresRowNumbersAndFollowsClearing) {
@@ -108,58 +79,28 @@ TEST(GridTest, ClearAndTextColourActOnTheBlockOnlyInBlockMode) {
     EXPECT_EQ(grid.textColour(3, 2), kDefaultTextColour);
 }
 
-TEST(GridTest, InsertAndDeleteRowMoveTextAndColourAndSetTheRowLimit) {
-    Grid grid(2, 4);
-    grid.addressCell(1, 1);
-    grid.setClip("1\r\n2\r\n3\r\n4\r\n");
-    grid.addressCell(1, 2);
-    grid.setTextColour(kBlue);
-    grid.insertRow();
-    EXPECT_EQ(grid.rowLimit(), 5);
-    grid.addressBlock(1, 1, 1, 5);
-    EXPECT_EQ(grid.clip(), "1\r\n\r\n2\r\n3\r\n4\r\n");
-    EXPECT_EQ(grid.textColour(1, 2), kDefaultTextColour);
-    EXPECT_EQ(grid.textColour(1, 3), kBlue);
-
-    grid.setBlockMode(true);
-    grid.addressBlock(2, 2, 2, 3); // whole rows go, whatever the columns
-    grid.deleteRow();
-    grid.setBlockMode(false);
-    EXPECT_EQ(grid.rowLimit(), 5);
-    EXPECT_EQ(grid.dataRowCount(), 3);
-    grid.setCell(1, 0, "Dose");
-    grid.addressCell(1, 0);
-    grid.setRow2(1);
-    grid.setBlockMode(true);
-    grid.deleteRow(); // the heading row stays
-    grid.addressBlock(1, 0, 1, 5);
-    EXPECT_EQ(grid.clip(), "Dose\r\n3\r\n4\r\n\r\n\r\n\r\n");
-}
-
-TEST(GridTest, RowLimitGrowsBlankAndShrinksWithinItsCap) {
+TEST(GridTest, RowLimitAndColumnWidthsStayWithinTheGrid) {
     Grid grid(2, 3);
     grid.setCell(1, 3, "x");
     grid.setRowLimit(2);
     EXPECT_EQ(grid.dataRowCount(), 0);
     grid.setRowLimit(5);
     EXPECT_EQ(grid.cell(1, 3), "");
-    EXPECT_EQ(failureNumber([&] { grid.setRowLimit(Grid::kMaxRowLimit + 1); }), 6);
-    EXPECT_EQ(failureNumber([&] { grid.setRowLimit(-1); }), 5);
+    EXPECT_EQ(failureOf([&] { grid.setRowLimit(Grid::kMaxRowLimit + 1); }), 6);
+    EXPECT_EQ(failureOf([&] { grid.setRowLimit(-1); }), 5);
     EXPECT_EQ(grid.rowLimit(), 5);
     grid.setRowLimit(Grid::kMaxRowLimit);
     grid.addressCell(1, 1);
-    EXPECT_EQ(failureNumber([&] { grid.insertRow(); }), 6);
-}
-
-TEST(GridTest, ColumnWidthForAllSetsOnlyDataColumns) {
-    Grid grid(4, 1);
+    EXPECT_EQ(failureOf([&] { grid.insertRow(); }), 6);
+    // A width for all columns leaves the row numbers' column; there is no column beyond.
     grid.setColWidth(0, 500);
     grid.setColWidth(-1, 2160);
     EXPECT_EQ(grid.colWidth(0), 500);
-    EXPECT_EQ(grid.colWidth(4), 2160);
-    EXPECT_EQ(failureNumber([&] { grid.setColWidth(5, 100); }), 5);
+    EXPECT_EQ(grid.colWidth(2), 2160);
+    EXPECT_EQ(failureOf([&] { grid.setColWidth(3, 100); }), 5);
 }
 
+// Typing, Backspace, Enter and Escape on a cell are the grid view's test with real keys.
 TEST(GridTest, UserEditRaisesCellChangedOnlyOnChangeAndCodeWritesNever) {
     Grid grid(2, 3);
     std::vector<std::pair<int, int>> changed;
@@ -171,22 +112,12 @@ TEST(GridTest, UserEditRaisesCellChangedOnlyOnChangeAndCodeWritesNever) {
     grid.setEditMode(false); // nothing typed
     grid.userKeyPress('7');
     grid.userCommitEdit(); // same text
-    EXPECT_TRUE(changed.empty());
-
-    grid.userKeyPress('4');
-    EXPECT_EQ(grid.text(), "4"); // typing replaced the text
-    EXPECT_EQ(grid.cell(1, 1), "4");
-    grid.userKeyPress('2');
-    grid.userKeyPress(8);
-    grid.userKeyPress('3');
-    EXPECT_EQ(grid.text(), "43");
-    grid.userKeyPress(13);
-    EXPECT_FALSE(grid.editMode());
     grid.userKeyPress('9');
     grid.userCancelEdit();
-    EXPECT_EQ(grid.text(), "43");
-    ASSERT_EQ(changed.size(), 1u);
-    EXPECT_EQ(changed[0], std::make_pair(1, 1));
+    EXPECT_TRUE(changed.empty());
+    grid.userKeyPress('4');
+    grid.userKeyPress(13);
+    EXPECT_EQ(changed, (std::vector<std::pair<int, int>>{{1, 1}}));
 }
 
 TEST(GridTest, EndingAnEditByMoveOrFocusLossKeepsTheText) {
@@ -205,46 +136,25 @@ TEST(GridTest, EndingAnEditByMoveOrFocusLossKeepsTheText) {
     EXPECT_EQ(grid.cell(1, 2), "b");
 }
 
-TEST(GridTest, LeavingCellCancelKeepsTheCursorAndTheTargetIsClippedAfterTheEvent) {
+// A move is clipped to the table before the leaving-cell event sees it; the event may grow
+// the table, as the data grid does near its end.
+TEST(GridTest, MovesAreClippedToTheTableAndTheCursorStaysInside) {
     Grid grid(4, 10);
-    bool cancel = true;
     std::vector<int> seenRows;
-    grid.events().leavingCell = [&](int, int, int, int newRow, bool& stop) {
+    grid.events().leavingCell = [&](int, int, int, int newRow, bool&) {
         seenRows.push_back(newRow);
-        stop = cancel;
         if (newRow > grid.rowLimit() - 2) {
             grid.setRowLimit(grid.rowLimit() + 10);
         }
     };
-    grid.userMoveTo(2, 5);
-    EXPECT_EQ(grid.activeRow(), 1);
-    cancel = false;
     grid.userMoveTo(9, 40); // beyond both edges
     EXPECT_EQ(grid.activeCol(), 4);
     EXPECT_EQ(grid.activeRow(), 10);
+    EXPECT_EQ(grid.rowLimit(), 20);
     grid.userMoveTo(4, 10); // onto itself
     grid.setRowLimit(4);    // the cursor stays inside
     EXPECT_EQ(grid.activeRow(), 4);
-    EXPECT_EQ(seenRows, (std::vector<int>{5, 10}));
-}
-
-TEST(GridTest, KeyPressHandlerChangesOrDropsCharacters) {
-    Grid grid(2, 2);
-    grid.events().keyPress = [&](int& c) {
-        if (c == 'x') {
-            c = 'E';
-        } else if (c == '.' && grid.text().find('.') != std::string::npos) {
-            c = 0;
-        }
-    };
-    grid.addressCell(1, 1);
-    for (char c : std::string("1.5x3.")) {
-        grid.userKeyPress(c);
-    }
-    EXPECT_EQ(grid.text(), "1.5E3");
-    grid.userKeyPress(9); // Tab is the view's business
-    grid.setEditMode(false);
-    EXPECT_EQ(grid.cell(1, 1), "1.5E3");
+    EXPECT_EQ(seenRows, (std::vector<int>{10}));
 }
 
 TEST(GridTest, RedrawOffHoldsNotificationsThenSendsOneAll) {
@@ -262,28 +172,15 @@ TEST(GridTest, RedrawOffHoldsNotificationsThenSendsOneAll) {
     EXPECT_EQ(kinds, (std::vector<GridChangeKind>{GridChangeKind::Cells, GridChangeKind::All}));
 }
 
-TEST(GridTest, ClipboardVerbsWorkOnTheSelectionOrTheActiveCell) {
+// Cut, copy and paste of blocks are the block commands' tests; here where whole rows start.
+TEST(GridTest, WholeRowsPasteFromColumnOne) {
     Grid grid(3, 4);
-    FakeClipboard clipboard;
-    grid.addressCell(0, 1);
-    grid.setClip("1\ta\tb\tc\r\n2\td\te\tf\r\n");
-    grid.userSelect({2, 1, 3, 2});
-    EXPECT_TRUE(grid.blockSelected());
-    grid.clipboardCut(clipboard);
-    EXPECT_EQ(clipboard.text(), "b\tc\r\ne\tf\r\n");
-    EXPECT_EQ(grid.cell(3, 2), "");
-
-    grid.userSelect({-1, 3, -1, 4}); // whole rows: pasted from column 1 on
+    platform::ScriptedPlatform clipboard;
+    clipboard.setText("b\tc\r\ne\tf\r\n");
+    grid.userSelect({-1, 3, -1, 4});
     grid.clipboardPaste(clipboard);
-    EXPECT_EQ(grid.cell(0, 3), "");
     EXPECT_EQ(grid.cell(1, 3), "b");
     EXPECT_EQ(grid.cell(2, 4), "f");
-
-    grid.userSelect({1, 2, 1, 2}); // one cell is no block
-    EXPECT_FALSE(grid.blockSelected());
-    grid.userMoveTo(1, 2);
-    grid.clipboardCopy(clipboard);
-    EXPECT_EQ(clipboard.text(), "d\r\n");
 }
 
 } // namespace

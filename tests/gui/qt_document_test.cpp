@@ -28,17 +28,14 @@ class QtDocumentTest : public testing::QtFrameFixture {
     QString startDirectory = QDir::currentPath();
 };
 
-TEST_F(QtDocumentTest, CtrlPPrintsTheHeadTodayAndTheReportOverTwoPages) {
-    // 80 rows make a report longer than a page.
-    entry::Grid& grid = analyze.grid();
-    for (int row = 1; row <= 80; ++row) {
-        grid.setCell(1, row, std::to_string(1000 * (1 + row % 4)));
-        grid.setCell(2, row, std::to_string(2 + 4 * (row % 4)));
-        grid.setCell(3, row, "24");
-    }
-    analyze.nameBox().setText("Long assay");
+// Pages beyond the first are the printer's test; here the program's own print through the
+// print dialog.
+TEST_F(QtDocumentTest, CtrlPPrintsTheHeadTodayAndTheReport) {
+    typeFourRowAssay(analyze.grid());
+    analyze.nameBox().setText("Spleen A");
     analyze.analyze();
     ASSERT_TRUE(analyze.reportPresent());
+    const std::string report = analyze.resultsPane().text();
 
     const QString pdfPath = directory.filePath(QStringLiteral("report.pdf"));
     platform.qprinter().setOutputFormat(QPrinter::PdfFormat);
@@ -53,25 +50,20 @@ TEST_F(QtDocumentTest, CtrlPPrintsTheHeadTodayAndTheReportOverTwoPages) {
     ASSERT_TRUE(printDialogShown);
 
     const testing::Pdf pdf = testing::readPdf(pdfPath);
-    EXPECT_GE(pdf.pages, 2);
     const QString today =
         QLocale(QLocale::English).toString(QDate::currentDate(), QStringLiteral("MMMM dd, yyyy"));
-    // The words of the head and of the report's first and last lines, page by page in order.
+    // The words of the head and of the report's first and last lines, in order.
     const QStringList expected = {QStringLiteral("Titron"),   today.section(QLatin1Char(' '), 0, 0),
                                   QStringLiteral("Analysis"), QStringLiteral("Iterations:"),
-                                  QStringLiteral("END"),      QStringLiteral("80")};
-    int page = 0;
+                                  QStringLiteral("END"),      QStringLiteral("30000")};
     double top = -1;
     for (const QString& word : expected) {
         const testing::Word found = testing::find(pdf, word);
-        EXPECT_TRUE(found.page > page || (found.page == page && found.top > top))
-            << word.toStdString();
-        page = found.page;
+        EXPECT_GT(found.top, top) << word.toStdString();
         top = found.top;
     }
     EXPECT_TRUE(testing::has(pdf, today.section(QLatin1Char(' '), 1, 1)));
-    EXPECT_EQ(testing::find(pdf, QStringLiteral("80")).page, pdf.pages);
-    EXPECT_EQ(analyze.resultsPane().text().find("Long assay"), 15U); // the document is untouched
+    EXPECT_EQ(analyze.resultsPane().text(), report); // the document is untouched
 }
 
 TEST_F(QtDocumentTest, SaveAndOpenGoThroughTheFileDialogAndFollowItsDirectory) {

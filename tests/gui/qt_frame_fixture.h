@@ -2,6 +2,8 @@
 // frame with Analyze shown and active, without the splash's seconds of start-up.
 #pragma once
 
+#include <array>
+
 #include <QLineEdit>
 #include <QTest>
 #include <QTextEdit>
@@ -14,8 +16,9 @@
 #include "platform/qt/qt_frame_windows.h"
 #include "platform/qt/qt_main_window.h"
 #include "platform/qt/qt_platform.h"
-#include "shell/main_frame.h"
 #include "session/session.h"
+#include "shell/main_frame.h"
+#include "tests/documents/analyze_fixture.h"
 
 namespace titron::qt::testing {
 
@@ -39,15 +42,31 @@ class QtFrameFixture : public ::testing::Test {
     QLineEdit& nameBox() { return *window.analyzeWindow()->nameBox(); }
     QTextEdit& resultsPane() { return *window.analyzeWindow()->resultsPane(); }
 
+    using Responses = std::array<const char*, 4>;
     // The worked four-row assay: doses 1000 to 30000, 24 tested at each.
-    static void typeFourRowAssay(entry::Grid& grid) {
-        const char* rows[4][3] = {
-            {"1000", "2", "24"}, {"3000", "6", "24"}, {"10000", "14", "24"}, {"30000", "22", "24"}};
+    static void typeFourRowAssay(entry::Grid& grid,
+                                 const Responses& responses = {"2", "6", "14", "22"}) {
+        const char* doses[] = {"1000", "3000", "10000", "30000"};
         for (int row = 1; row <= 4; ++row) {
-            for (int col = 1; col <= 3; ++col) {
-                grid.setCell(col, row, rows[row - 1][col - 1]);
-            }
+            grid.setCell(1, row, doses[row - 1]);
+            grid.setCell(2, row, responses[static_cast<std::size_t>(row - 1)]);
+            grid.setCell(3, row, "24");
         }
+    }
+
+    // The assay analysed on the scripted platform, as the command line runs it, and saved to
+    // file as the Save command would when a file is given.
+    static std::string headlessReport(const std::string& name,
+                                      const Responses& responses = {"2", "6", "14", "22"},
+                                      const std::string& file = "") {
+        documents::testing::FreshDocument headless;
+        headless.analyze.nameBox().setText(name);
+        typeFourRowAssay(headless.analyze.grid(), responses);
+        headless.analyze.analyze();
+        if (!file.empty()) {
+            EXPECT_TRUE(headless.analyze.saveDocument(file));
+        }
+        return headless.analyze.resultsPane().text();
     }
 
     QtPlatform platform;

@@ -142,11 +142,10 @@ TEST(QtGridModel, ShowsTextColoursAndTheGridsSelectionAndEdit) {
     grid.setSelection(CellBlock{2, 2, 2, 2}); // a single cell is no block
     EXPECT_FALSE(background(model, 2, 2).isValid());
 
-    // The cell being edited shows what is typed so far, on its own colour.
+    // The cell being edited stands on its own colour (its text is the view's keys test).
     grid.addressCell(2, 6);
     grid.activate();
     grid.userKeyPress('7');
-    EXPECT_EQ(model.data(model.cellIndex(2, 6)).toString(), "7");
     const QVariant editing = background(model, 2, 6);
     ASSERT_TRUE(editing.isValid());
     EXPECT_NE(editing, selected);
@@ -156,7 +155,6 @@ TEST(QtGridModel, ShowsTextColoursAndTheGridsSelectionAndEdit) {
     ASSERT_FALSE(changes.isEmpty());
     EXPECT_EQ(changes.first().at(0).toModelIndex(), model.cellIndex(2, 6));
     EXPECT_FALSE(background(model, 2, 6).isValid());
-    EXPECT_EQ(model.data(model.cellIndex(2, 6)).toString(), "");
 }
 
 // --- The view on the Analyze window's grid -----------------------------------------------------
@@ -265,17 +263,6 @@ TEST_F(QtGridViewTest, ArrowsTabAndShiftMoveOrExtend) {
     EXPECT_GT(grid().activeRow(), 2);
 }
 
-TEST_F(QtGridViewTest, MovingDownNearTheEndGrowsTheTable) {
-    moveTo(1, 89);
-    QTest::keyClick(view, Qt::Key_Down);
-    EXPECT_EQ(grid().activeRow(), 90);
-    EXPECT_EQ(grid().rowLimit(), 200);
-    EXPECT_EQ(model().rowCount(), 200);
-    EXPECT_EQ(shown(0, 200), "200");
-    EXPECT_EQ(view->currentIndex(), model().cellIndex(1, 90));
-    EXPECT_TRUE(view->viewport()->rect().contains(centreOf(1, 90)));
-}
-
 TEST_F(QtGridViewTest, WindowShortcutsWinExceptForTheGridsClipboardKeys) {
     QAction analyzeAction("Analyze", &window);
     analyzeAction.setShortcut(QKeySequence(Qt::CTRL | Qt::Key_A));
@@ -355,12 +342,12 @@ TEST_F(QtGridViewTest, ClicksSelectLinesMoveTheCursorAndOpenCells) {
     EXPECT_EQ(shown(3, 2), "240");
 }
 
-TEST_F(QtGridViewTest, LayoutFollowsTheGridsTwips) {
-    const int dpiX = view->logicalDpiX();
+// Twips become pixels by the screen's resolution (column widths: the Compare window's test);
+// here the heading row and a row of its own height, which moves with its row.
+TEST_F(QtGridViewTest, RowHeightsFollowTheGridsTwipsAndMoveWithTheirRows) {
     const int dpiY = view->logicalDpiY();
+    // Rows without a height of their own, the heading's too, stand 270 twips high.
     EXPECT_EQ(view->horizontalHeader()->height(), qRound(270.0 * dpiY / 1440));
-    grid().setColWidth(2, 2880); // two inches
-    EXPECT_EQ(view->columnWidth(2), 2 * dpiX);
     grid().setRowHeight(3, 720); // half an inch
     EXPECT_EQ(view->rowHeight(2), qRound(dpiY / 2.0));
     const int ordinary = view->rowHeight(0);

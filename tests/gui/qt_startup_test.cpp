@@ -6,11 +6,12 @@
 #include <QApplication>
 #include <QGuiApplication>
 #include <QMdiSubWindow>
+#include <QScopeGuard>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include "comparison/compare.h"
 #include "documents/analyze.h"
@@ -21,8 +22,8 @@
 #include "platform/qt/qt_platform.h"
 #include "platform/qt/qt_title_form.h"
 #include "platform/qt/qt_twips.h"
-#include "shell/main_frame.h"
 #include "session/session.h"
+#include "shell/main_frame.h"
 #include "shell/startup.h"
 
 namespace titron::qt {
@@ -32,24 +33,12 @@ namespace fs = std::filesystem;
 
 // Runs in a scratch directory holding a settings file, as the program reads it from its
 // current directory.
-class QtStartupTest : public ::testing::Test {
-  protected:
-    QtStartupTest() {
-        previous = fs::current_path();
-        directory = fs::temp_directory_path() / ("titron-gui-" + std::to_string(::getpid()));
-        fs::create_directories(directory);
-        fs::current_path(directory);
-    }
-    ~QtStartupTest() override {
-        fs::current_path(previous);
-        fs::remove_all(directory);
-    }
-
-    fs::path previous;
-    fs::path directory;
-};
-
-TEST_F(QtStartupTest, SplashStandsWhileTheFramePlacesItselfFromTheSettings) {
+TEST(QtStartupTest, SplashStandsWhileTheFramePlacesItselfFromTheSettings) {
+    QTemporaryDir scratch;
+    const fs::path directory = scratch.path().toStdString();
+    const fs::path previous = fs::current_path();
+    fs::current_path(directory);
+    const auto restore = qScopeGuard([&previous] { fs::current_path(previous); });
     // Normal, top 720, left 1440, 6000 high, 9000 wide; the headings; widths; grid 1800.
     std::ofstream(directory / "titro.ini", std::ios::binary)
         << "0,720,1440,6000,9000\r\n\"No.\",\"Cells\",\"Wells+\",\"Wells\",\"Notes\"\r\n"

@@ -1,48 +1,27 @@
 #include "shell/command_line.h"
 
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <sstream>
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
+#include "tests/documents/analyze_fixture.h"
 #include "vocabulary/number_mask.h"
 #include "vocabulary/text_routines.h"
 
 namespace titron::shell {
 namespace {
 
-namespace fs = std::filesystem;
-
-class CommandLineTest : public ::testing::Test {
+// The scratch directory and its files are the document tests' fixture.
+class CommandLineTest : public documents::testing::AnalyzeFixture {
   protected:
-    CommandLineTest() {
-        directory = fs::temp_directory_path() /
-                    ("titron-cli-" + std::to_string(::getpid()) + "-" +
-                     ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        fs::remove_all(directory);
-        fs::create_directories(directory);
-    }
-    ~CommandLineTest() override { fs::remove_all(directory); }
-
-    std::string file(const std::string& name, const std::string& bytes) {
-        const std::string p = (directory / name).string();
-        std::ofstream(p, std::ios::binary) << bytes;
-        return p;
-    }
-    static std::string read(const std::string& p) {
-        std::ifstream in(p, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(in), {});
-    }
     int run(std::vector<std::string> arguments) {
         out.str("");
         err.str("");
         return runCommandLine(arguments, out, err);
     }
 
-    fs::path directory;
     std::ostringstream out;
     std::ostringstream err;
 };
@@ -54,27 +33,29 @@ TEST_F(CommandLineTest, ReportGoesToStandardOutputWithItsFileLine) {
     const std::string report = out.str();
     EXPECT_EQ(report.rfind("Analysis Name: Spleen A\r\nIterations:     4\r\n", 0), 0u);
     EXPECT_NE(report.find("1 in 11,503\r\n"), std::string::npos);
-    EXPECT_NE(report.find("END\r\n\r\nTitron Analysis File: [" + vocabulary::lowerCase(kSpleen) + "]\r\n"),
+    EXPECT_NE(report.find("END\r\n\r\nTitron Analysis File: [" + vocabulary::lowerCase(kSpleen) +
+                          "]\r\n"),
               std::string::npos);
     EXPECT_EQ(report.substr(report.size() - 20), "4\t\t30000\t\t22\t\t24\t\t\r\n");
     EXPECT_EQ(err.str(), "");
 }
 
 TEST_F(CommandLineTest, BoxThatEndsTheAnalysisGoesToStandardErrorWithStatusTwo) {
-    EXPECT_EQ(run({"analyze", file("bad.txt", "100\t5\t3\r\n")}), kExitBox);
+    EXPECT_EQ(run({"analyze", writeFile("bad.txt", "100\t5\t3\r\n")}), kExitBox);
     EXPECT_EQ(out.str(), "");
     EXPECT_EQ(err.str(), "INVALID RESPONSES/NUMBER TESTED: Responses is greater than Number "
                          "Tested:\n\n5 > 3\n");
-    EXPECT_EQ(run({"analyze", file("empty.txt", "")}), kExitBox);
+    EXPECT_EQ(run({"analyze", writeFile("empty.txt", "")}), kExitBox);
     EXPECT_EQ(err.str(), "NO DATA TO ANALYZE: No data to analyze.\n");
-    EXPECT_EQ(run({"analyze", file("word.txt", "100\tfive\t10\r\n")}), kExitBox);
+    EXPECT_EQ(run({"analyze", writeFile("word.txt", "100\tfive\t10\r\n")}), kExitBox);
     EXPECT_EQ(err.str(), "INVALID ENTRY: Invalid entry: five\n");
-    EXPECT_EQ(run({"analyze", file("big.txt", "1E400\t1\t10\r\n")}), kExitBox);
+    EXPECT_EQ(run({"analyze", writeFile("big.txt", "1E400\t1\t10\r\n")}), kExitBox);
     EXPECT_EQ(err.str(), "Titron ERROR #6: An error occurred in the analysis.\n");
 }
 
 TEST_F(CommandLineTest, MissingNameIsANoteAndTheReportStands) {
-    EXPECT_EQ(run({"analyze", file("rows.txt", "1000\t2\t24\r\n3000\t6\t24\r\n")}), kExitReport);
+    EXPECT_EQ(run({"analyze", writeFile("rows.txt", "1000\t2\t24\r\n3000\t6\t24\r\n")}),
+              kExitReport);
     EXPECT_EQ(out.str().rfind("Analysis Name: \r\n", 0), 0u);
     EXPECT_EQ(err.str(), "note: ANALYSIS NAME: There is no Analysis Name.\n");
 }
@@ -87,7 +68,7 @@ TEST_F(CommandLineTest, UnreadableFileIsStatusOne) {
 
 TEST_F(CommandLineTest, MorePassesAreAllowedTwentyAtATimeWithinTheLimit) {
     // The halving estimate of this assay settles at pass 25.
-    const std::string slow = file("slow.txt", "0.001\t5\t10\r\n0.002\t8\t10\r\n");
+    const std::string slow = writeFile("slow.txt", "0.001\t5\t10\r\n0.002\t8\t10\r\n");
     EXPECT_EQ(run({"analyze", slow}), kExitReport);
     EXPECT_NE(out.str().find("Iterations:     25\r\n"), std::string::npos);
     EXPECT_EQ(run({"analyze", "--passes", "39", slow}), kExitNoConvergence);
@@ -97,7 +78,7 @@ TEST_F(CommandLineTest, MorePassesAreAllowedTwentyAtATimeWithinTheLimit) {
 }
 
 TEST_F(CommandLineTest, SeveralFilesGiveSectionsSeparatedByFormFeedsAndTheWorstStatus) {
-    const std::string bad = file("bad.txt", "0\t1\t10\r\n");
+    const std::string bad = writeFile("bad.txt", "0\t1\t10\r\n");
     EXPECT_EQ(run({"analyze", kSpleen, bad, kSpleen}), kExitBox);
     const std::string text = out.str();
     const std::size_t first = text.find("\f\r\n");
@@ -140,7 +121,7 @@ TEST_F(CommandLineTest, FileAfterOthersComesOutAsItDoesAlone) {
 }
 
 TEST_F(CommandLineTest, TsvGivesFullPrecisionFiguresThatRoundToTheReport) {
-    const std::string bad = file("bad.txt", "0\t1\t10\r\n");
+    const std::string bad = writeFile("bad.txt", "0\t1\t10\r\n");
     EXPECT_EQ(run({"analyze", "--format", "tsv", kSpleen, bad}), kExitBox);
     std::istringstream lines(out.str());
     std::string heading, spleen, refused, extra;
@@ -150,13 +131,13 @@ TEST_F(CommandLineTest, TsvGivesFullPrecisionFiguresThatRoundToTheReport) {
     EXPECT_FALSE(std::getline(lines, extra));
 
     const auto fields = [](const std::string& line) {
-        std::vector<std::string> result;
-        std::stringstream in(line);
-        for (std::string field; std::getline(in, field, '\t');) {
-            result.push_back(field);
-        }
-        if (!line.empty() && line.back() == '\t') {
-            result.push_back("");
+        std::vector<std::string> result(1);
+        for (char c : line) {
+            if (c == '\t') {
+                result.emplace_back();
+            } else {
+                result.back() += c;
+            }
         }
         return result;
     };
@@ -181,7 +162,7 @@ TEST_F(CommandLineTest, TsvGivesFullPrecisionFiguresThatRoundToTheReport) {
 TEST_F(CommandLineTest, SaveWritesTheDocumentAsSaveWould) {
     const std::string saved = (directory / "out.tna").string();
     EXPECT_EQ(run({"analyze", "--save", saved, kSpleen}), kExitReport);
-    EXPECT_EQ(read(saved), out.str() + "\r\n");
+    EXPECT_EQ(readFile(saved), out.str() + "\r\n");
     EXPECT_EQ(run({"analyze", "--save", (directory / "no/such/dir.tna").string(), kSpleen}),
               kExitUnreadable);
 }
@@ -223,22 +204,22 @@ TEST_F(CommandLineTest, CompareWritesTheReportForTheChosenRowAndSkipsFilesWithou
         text += std::string(23 - log.size(), ' ') + log + "  S.E. of Log Prop.: " + se + "\r\n";
         return text;
     };
-    const std::string a = file("A.tna", results("Spleen", "-2.30259", "0.2500"));
-    const std::string b = file("b.tna", results("Base", "-2.99573", "0.1000"));
-    const std::string none = file("table.tna", "Analysis Name: T\r\n\r\n1\t2\t3\r\n");
+    const std::string a = writeFile("A.tna", results("Spleen", "-2.30259", "0.2500"));
+    const std::string b = writeFile("b.tna", results("Base", "-2.99573", "0.1000"));
+    const std::string none = writeFile("table.tna", "Analysis Name: T\r\n\r\n1\t2\t3\r\n");
     const std::string saved = (directory / "cmp.tnc").string();
     EXPECT_EQ(run({"compare", "--row", "2", "--save", saved, a, none, b}), 0);
     EXPECT_EQ(err.str(), none + ": no analysis results in it; skipped\n");
     const std::string report = out.str();
-    EXPECT_EQ(read(saved), report + "\r\n");
-    // Row 2 (b) is the comparison row; a is tested against it.
-    const std::string aLine = vocabulary::lowerCase(a).substr(vocabulary::lowerCase(a).size() - 14);
-    EXPECT_NE(report.find("Comparison Row:\r\n~" + vocabulary::lowerCase(b).substr(vocabulary::lowerCase(b).size() - 14) +
-                          "  Base             -2.99573   0.10000\r\n"),
+    EXPECT_EQ(readFile(saved), report + "\r\n");
+    // Row 2 (b) is the comparison row; a is tested against it. A file cell is the path in
+    // lower case, "~" and its last 14 characters in the report; the directory's name ends
+    // in this test's name.
+    EXPECT_NE(report.find("Comparison Row:\r\n~tresults/b.tna  Base             -2.99573   "
+                          "0.10000\r\n"),
               std::string::npos);
-    EXPECT_NE(report.find("~" + aLine +
-                          "  Spleen           -2.30259   0.25000    -0.69314   0.50000"
-                          "    0.29497 to 0.84756      0.0051    0.0101\r\n"),
+    EXPECT_NE(report.find("~tresults/a.tna  Spleen           -2.30259   0.25000    -0.69314   "
+                          "0.50000    0.29497 to 0.84756      0.0051    0.0101\r\n"),
               std::string::npos);
 
     EXPECT_EQ(run({"compare", "--row", "3", a, b}), kExitUsage);

@@ -1,4 +1,4 @@
-// The frame: the enabling table, and where each click goes.
+// The frame: where each click goes, and what it asks first.
 #include "shell/main_frame.h"
 
 #include <filesystem>
@@ -13,33 +13,6 @@
 
 namespace titron::shell::testing {
 namespace {
-
-TEST(FrameModelTest, CompareActivationSwitchesItsColumnsOfTheTable) {
-    session::FrameModel frame;
-    frame.compareActivated();
-    for (session::MenuItem item : {session::MenuItem::FileNew, session::MenuItem::AnalyzeAnalyze, session::MenuItem::AnalyzeCompare,
-                          session::MenuItem::AnalyzeChart}) {
-        EXPECT_FALSE(frame.item(item).enabled) << static_cast<int>(item);
-    }
-    for (const char* key : {"New", "Analyze", "Chart"}) {
-        EXPECT_FALSE(frame.button(key).enabled) << key;
-    }
-    EXPECT_TRUE(frame.item(session::MenuItem::EditDelete).enabled);
-    EXPECT_TRUE(frame.button("Delete").enabled);
-    EXPECT_FALSE(frame.item(session::MenuItem::EditInsert).enabled);
-    EXPECT_TRUE(frame.button("Compare").pressed);
-    // The chart stays hidden even while the table switches it.
-    EXPECT_FALSE(frame.item(session::MenuItem::AnalyzeChart).visible);
-
-    frame.compareDeactivated();
-    for (session::MenuItem item : {session::MenuItem::FileNew, session::MenuItem::AnalyzeAnalyze, session::MenuItem::AnalyzeCompare}) {
-        EXPECT_TRUE(frame.item(item).enabled) << static_cast<int>(item);
-    }
-    EXPECT_TRUE(frame.button("New").enabled);
-    EXPECT_FALSE(frame.item(session::MenuItem::EditDelete).enabled);
-    EXPECT_FALSE(frame.button("Delete").enabled);
-    EXPECT_FALSE(frame.button("Compare").pressed);
-}
 
 class MainFrameTest : public documents::testing::AnalyzeFixture {
   protected:
@@ -56,23 +29,15 @@ class MainFrameTest : public documents::testing::AnalyzeFixture {
     Main main;
 };
 
-TEST_F(MainFrameTest, MenuItemAndToolbarButtonRunTheSameAnalysis) {
-    typeFourRowExample();
-    main.menuClick(session::MenuItem::AnalyzeAnalyze);
-    const std::string report = pane();
-    ASSERT_NE(report.find("1 in 11,503"), std::string::npos);
-    analyze.resultsPane().setText(documents::kEmptyResults);
-    main.toolbarClick("Analyze");
-    EXPECT_EQ(pane(), report);
-}
-
-TEST_F(MainFrameTest, DisabledAndHiddenCommandsDoNothing) {
+TEST_F(MainFrameTest, DisabledAndHiddenCommandsDoNothingAndThePopupsFillReachesTheBlock) {
     type({{"5", "", "", ""}, {"6", "", "", ""}});
     analyze.grid().userMoveTo(1, 1);
     main.menuClick(session::MenuItem::EditDelete); // off until the grid has the focus
     main.toolbarClick("Insert");
     EXPECT_EQ(cell(1, 1), "5");
-    for (session::MenuItem item : {session::MenuItem::AnalyzeChart, session::MenuItem::FileSeparator1, session::MenuItem::DropEdit}) {
+    for (session::MenuItem item :
+         {session::MenuItem::AnalyzeChart, session::MenuItem::FileSeparator1,
+          session::MenuItem::DropEdit}) {
         main.menuClick(item);
     }
     main.toolbarClick("Chart");
@@ -84,25 +49,22 @@ TEST_F(MainFrameTest, DisabledAndHiddenCommandsDoNothing) {
     session.settings.ConfirmDelete = false;
     main.toolbarClick("Delete");
     EXPECT_EQ(cell(1, 1), "6");
-}
 
-TEST_F(MainFrameTest, PopupItemsReachTheBlockCommands) {
-    type({{"42", "", "", ""}});
+    // Fill from the pop-up works on a one-column block and is off for two columns.
     analyze.grid().userSelect({1, 1, 1, 3});
     analyze.grid().userRightClick(1, 1, 1, 0, 0);
     main.menuClick(session::MenuItem::DropFill);
-    EXPECT_EQ(cell(1, 3), "42");
+    EXPECT_EQ(cell(1, 3), "6");
     analyze.grid().userSelect({1, 1, 2, 3});
     analyze.grid().userRightClick(1, 1, 1, 0, 0);
     analyze.grid().setCell(1, 1, "7");
-    main.menuClick(session::MenuItem::DropFill); // two columns: Fill is off
-    EXPECT_EQ(cell(1, 3), "42");
+    main.menuClick(session::MenuItem::DropFill);
+    EXPECT_EQ(cell(1, 3), "6");
 }
 
 TEST_F(MainFrameTest, HelpOpensTheFileBesideTheProgramOrSaysWhereItLooked) {
     main.toolbarClick("Help");
-    ASSERT_EQ(boxes().size(), 1u);
-    EXPECT_EQ(boxes()[0].request.text,
+    expectBox("HELP CONTENTS",
               "The help file TITRO.HLP was not found. It was looked for in\r\n" + dir());
     EXPECT_TRUE(log.empty());
 
@@ -117,14 +79,14 @@ TEST_F(MainFrameTest, HelpOpensTheFileBesideTheProgramOrSaysWhereItLooked) {
     EXPECT_NE(boxes()[1].request.text.find(dir() + "/TITRO.HLP"), std::string::npos);
 }
 
-TEST_F(MainFrameTest, AboutAndExitGoToTheirWindows) {
-    main.menuClick(session::MenuItem::HelpAbout);
-    main.menuClick(session::MenuItem::FileExit);
-    EXPECT_EQ(log, (std::vector<std::string>{"about", "close frame"}));
-}
-
-TEST_F(MainFrameTest, FileCommandsReachTheDocumentAndPrintSetupTheFramesDialog) {
+TEST_F(MainFrameTest, CommandsReachTheDocumentAndPrintSetupTheFramesDialog) {
     typeFourRowExample();
+    main.menuClick(session::MenuItem::AnalyzeAnalyze);
+    const std::string report = pane();
+    ASSERT_NE(report.find("1 in 11,503"), std::string::npos);
+    analyze.resultsPane().setText(documents::kEmptyResults);
+    main.toolbarClick("Analyze");
+    EXPECT_EQ(pane(), report);
     platform.queueFileChoice(path("menu.tna"));
     main.menuClick(session::MenuItem::FileSave);
     EXPECT_TRUE(std::filesystem::exists(path("menu.tna")));
@@ -146,7 +108,8 @@ TEST_F(MainFrameTest, FileGivenAtStartOpensAsOpenWouldAndAMissingOneGetsTheLoadi
     EXPECT_EQ(analyze.nameBox().text(), "Given");
     EXPECT_EQ(cell(1, 1), "1000");
     EXPECT_EQ(session.AnalysisFile, path("given.tna"));
-    EXPECT_EQ(session.frameCaption.text(), "Titron - [" + vocabulary::lowerCase(path("given.tna")) + "]");
+    EXPECT_EQ(session.frameCaption.text(),
+              "Titron - [" + vocabulary::lowerCase(path("given.tna")) + "]");
     EXPECT_EQ(analyze.commonDialog().fileName, path("given.tna"));
     EXPECT_EQ(session.AnalysisChanged, session::kUnchanged);
     EXPECT_TRUE(boxes().empty());
@@ -197,7 +160,7 @@ TEST_F(MainFrameTest, CompareQuestionGoesOnWhateverBecameOfTheSave) {
 }
 
 // While Compare is visible the routed commands are its own, New and Analyze are off, and
-// the button brings Analyze back with the focus in the name box.
+// the button brings Analyze back with the focus in the name box and New and Compare on.
 TEST_F(MainFrameTest, CompareButtonTogglesAndRoutesTheFileCommands) {
     typeFourRowExample();
     analyze.nameBox().setText("Spleen A");
@@ -213,6 +176,7 @@ TEST_F(MainFrameTest, CompareButtonTogglesAndRoutesTheFileCommands) {
     EXPECT_EQ(compare.grid().dataRowCount(), 1);
     EXPECT_EQ(session.frameCaption.text(), comparison::kCompareCaption);
     EXPECT_TRUE(session.frame.button("Compare").pressed);
+    EXPECT_TRUE(session.frame.button("Delete").enabled);
     main.menuClick(session::MenuItem::AnalyzeAnalyze);
     main.toolbarClick("New");
     EXPECT_EQ(cell(1, 1), "1000");
@@ -227,8 +191,15 @@ TEST_F(MainFrameTest, CompareButtonTogglesAndRoutesTheFileCommands) {
     EXPECT_FALSE(main.compareVisible());
     EXPECT_EQ(compare.grid().dataRowCount(), 0);
     EXPECT_EQ(analyze.focus(), documents::Control::AnalysisName);
-    EXPECT_EQ(session.frameCaption.text(), "Titron - [" + vocabulary::lowerCase(path("spleen.tna")) + "]");
+    EXPECT_EQ(session.frameCaption.text(),
+              "Titron - [" + vocabulary::lowerCase(path("spleen.tna")) + "]");
     EXPECT_EQ(log, (std::vector<std::string>{"show compare", "hide compare"}));
+    // Delete is off again with the focus out of the grid; New and Compare Analyses are on.
+    EXPECT_FALSE(session.frame.button("Delete").enabled);
+    main.toolbarClick("New");
+    EXPECT_EQ(cell(1, 1), "");
+    main.menuClick(session::MenuItem::AnalyzeCompare);
+    EXPECT_TRUE(main.compareVisible());
 }
 
 } // namespace

@@ -1,19 +1,155 @@
-// Start-up: the order of its steps and waits, the settings file of the current directory,
-// and the failure path with its three endings.
+// Start-up: the settings file and its reader, the failure reporter, the order of the steps
+// and waits, and the failure path with its three endings.
 #include "shell/startup.h"
 
 #include <algorithm>
+#include <climits>
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "shell/error_reporter.h"
+#include "shell/settings_file.h"
 #include "tests/shell/recording_windows.h"
 
 namespace titron::shell::testing {
 namespace {
+
+// All 18 fields on one line, so that a case shows at a glance what it changed.
+std::string summary(const session::AppSettings& s) {
+    std::string out;
+    for (int v : {s.WindowState, s.WindowTop, s.WindowLeft, s.WindowHeight, s.WindowWidth}) {
+        out += std::to_string(v) + ",";
+    }
+    for (const std::string& heading : s.ColHeading) {
+        out += "[" + heading + "]";
+    }
+    for (int width : s.ColWidth) {
+        out += std::to_string(width) + ",";
+    }
+    return out + std::to_string(s.GridHeight) + "," + std::to_string(s.ConfirmInsert) +
+           std::to_string(s.ConfirmDelete);
+}
+
+std::string readOverDefaults(const std::string& text) {
+    session::AppSettings s;
+    readSettingsText(text, s);
+    return summary(s);
+}
+
+TEST(SettingsFile, DefaultsFollowTheScreen) {
+    EXPECT_EQ(summary(defaultSettings(7500, 9600, 7199, 9600)),
+              "2,150,0,7200,9600,[Row][Dose][Responses][Tested][Comments]500,0,0,0,0,2205,11");
+    // Halving drops the remainder toward zero; beyond 16 bits the place clamps.
+    EXPECT_EQ(summary(defaultSettings(7501, 5001, 7502, 7200)).substr(0, 11), "0,0,-1099,7");
+    EXPECT_EQ(summary(defaultSettings(100000, INT_MIN, 0, INT_MAX)).substr(0, 16),
+              "0,32767,-32768,7");
+}
+
+TEST(SettingsFile, FieldsAreReadInSequence) {
+    const std::string defaults = summary(session::AppSettings{});
+    const std::string full =
+        "2,10,20,6000,8000,[Row][Dose, mg][Hits][Tested][]600,1000,1100,1200,1300,3000,01";
+    const struct {
+        std::string text, expected;
+    } cases[] = {
+        {"", defaults},
+        {" \r\n\t\n", defaults},
+        {"1,2,3,4,5\r\n", "1,2,3,4,5" + defaults.substr(defaults.find(",[R"))},
+        {"2,10,20,6000,8000\r\n\"Row\",\"Dose, mg\",Hits ,\"Tested\",\"\"\r\n"
+         "600,1000,1100,1200,1300\r\n3000\r\n0,-1\r\n",
+         full},
+        // Blanks end numbers, LF or CR alone end lines; empty lines and whatever follows a
+        // closing quote are passed over.
+        {" 2 10\n20 ,6000\r8000,Row\n\n\"Dose, mg\" x,  Hits\t,Tested,\"\"\n"
+         "600 1000\t1100 1200 1300 3000 0 -1",
+         full},
+        // A missing closing quote costs that one field; the text's end stops everything.
+        {"1,2,3,4,5\nA,\"B,C\r\nD", "1,2,3,4,5,[A][B,C][D][Tested][Comments]500,0,0,0,0,2205,11"},
+        // Fields that are no 16-bit number keep their values; fractions round to even.
+        {"x,99999999999,1e400,-32769,12abc\na,b,c,d,e\n2.5,3.5,-32768,32767,,7\nyes,0",
+         "0,0,0,7200,9600,[a][b][c][d][e]2,4,-32768,32767,0,7,10"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(readOverDefaults(c.text), c.expected) << c.text;
+    }
+    const std::string big(1 << 20, 'h');
+    session::AppSettings s;
+    readSettingsText("0,0,0,0,0," + big + ",\"" + big + "\",c,d,e,1", s);
+    EXPECT_TRUE(s.ColHeading[0] == big && s.ColHeading[1] == big && s.ColWidth[0] == 1);
+}
+
+class FakeFiles : public platform::Files {
+  public:
+    std::string name, text;
+    int failure = 0; // thrown by exists when negative, by readAll when positive
+
+    std::string readAll(const std::string&) override {
+        return failure > 0 ? throw vocabulary::Failure(failure) : text;
+    }
+    bool exists(const std::string& path) override {
+        return failure < 0 ? throw vocabulary::Failure(-failure) : path == name;
+    }
+    void writeAll(const std::string&, const std::string&) override { ADD_FAILURE(); }
+    std::vector<std::string> list(const std::string&) override { return {}; }
+    std::string currentDirectory() override { return "/"; }
+    bool setCurrentDirectory(const std::string&) override { return false; }
+};
+
+TEST(SettingsFile, OnlyAReadableTitroIniCounts) {
+    FakeFiles files;
+    files.text = "1";
+    for (const auto& [name, failure] : std::vector<std::pair<std::string, int>>{
+             {"TITRO.INI", 0}, {"titro.ini", 70}, {"titro.ini", -75}, {"titro.ini", 0}}) {
+        files.name = name;
+        files.failure = failure;
+        session::AppSettings s;
+        readSettingsFile(files, s);
+        EXPECT_EQ(s.WindowState, name == "titro.ini" && failure == 0) << name << failure;
+    }
+}
+
+const std::string missingFile = "The Cohortrak data file is missing.\r\n\r\nExit Cohortrak and "
+                                "copy the backup\r\nto the C:\\COHORTRK subdirectory.";
+
+TEST(ErrorReporter, MissingDataFileStopsThenUnknownFailureWarnsOnly) {
+    platform::ScriptedPlatform platform;
+    ErrorReporter reporter(platform);
+    EXPECT_EQ(reporter.reportError(53), ErrorOutcome::EndProgram);
+    const auto& v = reporter.values();
+    EXPECT_TRUE(v.ErrorTitle == "Cohortrak Error #53" && v.ErrorMessage == missingFile);
+    EXPECT_TRUE(v.ErrorStyle == 16 && v.ErrorAnswer == 1 && reporter.endsProgram());
+    const auto& box = platform.boxes().at(0).request;
+    EXPECT_TRUE(box.icon == platform::Icon::Stop && box.buttons == platform::Buttons::Ok);
+    EXPECT_TRUE(box.title == v.ErrorTitle && box.text == missingFile);
+    // Unknown failures warn and return, and must not inherit the stop kind of the last one.
+    for (const int number : {9, 91}) {
+        EXPECT_EQ(reporter.reportError(number), ErrorOutcome::Return);
+        EXPECT_TRUE(v.ErrorMessage == "Unexpected error." && v.ErrorStyle == 48) << number;
+        EXPECT_EQ(platform.boxes().back().request.icon, platform::Icon::Exclamation);
+        EXPECT_EQ(v.ErrorTitle, "Cohortrak Error #" + std::to_string(number));
+    }
+}
+
+TEST(ErrorReporter, DiskFullOffersRetryByDefaultAndKeepsTheAnswer) {
+    platform::ScriptedPlatform platform;
+    platform.queueAnswer(platform::Answer::Retry);
+    platform.queueAnswer(platform::Answer::Cancel);
+    ErrorReporter reporter(platform);
+    EXPECT_EQ(reporter.reportError(61), ErrorOutcome::Return);
+    EXPECT_TRUE(reporter.values().ErrorAnswer == 4 && reporter.values().ErrorStyle == 53);
+    EXPECT_EQ(reporter.reportError(61), ErrorOutcome::Return);
+    EXPECT_TRUE(reporter.values().ErrorAnswer == 2 &&
+                reporter.values().ErrorMessage == "Disk full.");
+    const auto& box = platform.boxes().at(0).request;
+    EXPECT_TRUE(box.icon == platform::Icon::Exclamation &&
+                box.buttons == platform::Buttons::RetryCancel);
+    EXPECT_EQ(platform::defaultAnswer(box), platform::Answer::Retry);
+}
 
 using Log = std::vector<std::string>;
 
@@ -61,12 +197,9 @@ TEST_F(StartupTest, StepsRunInOrderAndLeaveANewDocument) {
                                  "wait 3000", "close splash", "events", "normal"}));
     EXPECT_EQ(session.HelpFile, "TITRO.HLP");
     EXPECT_EQ(std::filesystem::path(session.LastDirectory), std::filesystem::current_path());
-    EXPECT_EQ(analyze.grid().cell(2, 0), "Responses");
+    // A new document, as the New command leaves it (the document's tests).
     EXPECT_EQ(analyze.grid().cell(0, 100), "100");
     EXPECT_EQ(analyze.resultsPane().text(), documents::kEmptyResults);
-    EXPECT_EQ(analyze.nameBox().text(), "");
-    EXPECT_EQ(session.AnalysisChanged, session::kUnchanged);
-    EXPECT_EQ(session.AnalysisFile, "");
     EXPECT_TRUE(platform.boxes().empty());
 }
 
@@ -84,25 +217,20 @@ TEST_F(StartupTest, SettingsFileOverlaysTheDefaultsBeforeTheFrameIsPlaced) {
     EXPECT_FALSE(session.settings.ConfirmDelete);
 }
 
+// Whatever the settings file holds is read without failing (the settings reader's own tests
+// and fuzz target); here negative places, widths and heights reach the frame and the grid, and
+// a "file" that is a directory is passed over.
 TEST_F(StartupTest, NoSettingsFileCanStopTheProgramFromStarting) {
-    const std::vector<std::string> files{
-        std::string(1 << 20, 'h') + ",x\r\n",                     // a 1 MB heading first
-        "99999999999999999999,-40000,abc,\"\",,\r\n\x01\x02\xff", // huge, garbage, empty
-        "1,2,3,4,5\r\n\"unterminated heading",                    // ends inside quotes
-        "-1,-1,-1,-1,-1\r\na,b,c,d,e\r\n-500,-500,-500,-500,-500\r\n-9\r\n",
-    };
-    for (const std::string& text : files) {
-        session::Session freshSession;
-        documents::Analyze freshAnalyze(platform.services(), freshSession);
-        Startup freshStartup(platform.services(), windows, freshSession, freshAnalyze);
-        writeSettings(text);
-        EXPECT_EQ(freshStartup.run(), StartupOutcome::Ready) << text.substr(0, 40);
-        EXPECT_TRUE(platform.boxes().empty());
-    }
-    // A settings "file" that cannot be read at all is passed over.
+    writeSettings("-1,-1,-1,-1,-1\r\na,b,c,d,e\r\n-500,-500,-500,-500,-500\r\n-9\r\n");
+    EXPECT_EQ(startup.run(), StartupOutcome::Ready);
+    EXPECT_TRUE(platform.boxes().empty());
+
     std::filesystem::remove(std::filesystem::path(directory()) / "titro.ini");
     std::filesystem::create_directory(std::filesystem::path(directory()) / "titro.ini");
-    EXPECT_EQ(startup.run(), StartupOutcome::Ready);
+    session::Session freshSession;
+    documents::Analyze freshAnalyze(platform.services(), freshSession);
+    EXPECT_EQ(Startup(platform.services(), windows, freshSession, freshAnalyze).run(),
+              StartupOutcome::Ready);
     EXPECT_TRUE(platform.boxes().empty());
 }
 
@@ -142,9 +270,7 @@ TEST_F(StartupTest, CancelOrAWarningLeavesTheProgramRunningWithoutLaterSteps) {
 TEST_F(StartupTest, StopKindFailureEndsTheProgramAfterItsBox) {
     windows.failOnce("splash", 53);
     EXPECT_EQ(startup.run(), StartupOutcome::EndProgram);
-    ASSERT_EQ(platform.boxes().size(), 1u);
-    EXPECT_EQ(platform.boxes()[0].request.title, "Cohortrak Error #53");
-    EXPECT_EQ(platform.boxes()[0].request.icon, platform::Icon::Stop);
+    EXPECT_EQ(platform.boxes().size(), 1u); // the box is the reporter's test
     EXPECT_EQ(platform.log.back(), "box Cohortrak Error #53");
 }
 

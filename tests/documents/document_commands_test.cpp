@@ -1,7 +1,7 @@
-// New, Open and Save as the user meets them: the save question, the file dialogs, the
-// changed flag, the caption, and the file name that the dialog keeps between commands.
-#include <unistd.h>
-
+// The document's commands as the user meets them. New, Open and Save: the save question,
+// the file dialogs, the changed flag, the caption, and the file name that the dialog keeps
+// between commands. Copy and Print: which text they take (the report or the grid), the
+// page's head, fonts and origin as printer operations, and that neither touches the document.
 #include <gtest/gtest.h>
 
 #include "tests/documents/analyze_fixture.h"
@@ -11,7 +11,7 @@ namespace {
 
 using platform::Answer;
 
-class DocumentLifecycleTest : public AnalyzeFixture {
+class DocumentCommandsTest : public AnalyzeFixture {
   protected:
     bool changed() const { return session.AnalysisChanged == session::kChanged; }
     const std::string& caption() const { return session.frameCaption.text(); }
@@ -25,6 +25,20 @@ class DocumentLifecycleTest : public AnalyzeFixture {
         }
         return found;
     }
+    // The printer operations of the transcript, without their "printer " prefix.
+    std::vector<std::string> printed() const {
+        std::vector<std::string> found;
+        for (const std::string& line : lines("printer ")) {
+            if (line.rfind("printer dialog", 0) != 0) {
+                found.push_back(line.substr(8));
+            }
+        }
+        return found;
+    }
+    std::string documentState() const {
+        return pane() + "|" + analyze.nameBox().text() + "|" + session.AnalysisFile + "|" +
+               std::to_string(session.AnalysisChanged) + "|" + analyze.grid().clip();
+    }
     void analyseExample() {
         typeFourRowExample();
         analyze.nameBox().setText("Spleen A");
@@ -37,7 +51,7 @@ class DocumentLifecycleTest : public AnalyzeFixture {
     }
 };
 
-TEST_F(DocumentLifecycleTest, DialogsCarryTheirFlagsFilterExtensionAndTitle) {
+TEST_F(DocumentCommandsTest, DialogsCarryTheirFlagsFilterExtensionAndTitle) {
     typeFourRowExample();
     saveAs("first.tna");
     platform.queueAnswer(Answer::No);
@@ -52,7 +66,7 @@ TEST_F(DocumentLifecycleTest, DialogsCarryTheirFlagsFilterExtensionAndTitle) {
     EXPECT_TRUE(boxes().empty());
 }
 
-TEST_F(DocumentLifecycleTest, SaveOffersTheFilesOwnNameWithTheAnalysisExtension) {
+TEST_F(DocumentCommandsTest, SaveOffersTheFilesOwnNameWithTheAnalysisExtension) {
     writeFile("run.3.txt", "Dose,Responses,Tested\r\n1000,2,24\r\n3000,6,24\r\n");
     platform.queueFileChoice(path("run.3.txt"));
     analyze.openFile();
@@ -75,33 +89,7 @@ TEST_F(DocumentLifecycleTest, SaveOffersTheFilesOwnNameWithTheAnalysisExtension)
               std::string::npos);
 }
 
-TEST_F(DocumentLifecycleTest, SavedAnalysisOpensAgainWithTheSamePaneNameAndCells) {
-    analyseExample();
-    const std::string report = pane();
-    saveAs("spleen.tna");
-    EXPECT_FALSE(changed());
-    EXPECT_EQ(caption(), "Titron - [" + vocabulary::lowerCase(path("spleen.tna")) + "]");
-    EXPECT_EQ(readFile("spleen.tna"), report + "\r\n");
-
-    analyze.newFile();
-    EXPECT_EQ(caption(), "Titron");
-    EXPECT_EQ(pane(), kEmptyResults);
-    platform.queueFileChoice(path("spleen.tna"));
-    analyze.openFile();
-    // The file's text from its name line on, with the line end that the save added.
-    EXPECT_EQ(pane(), report + "\r\n");
-    EXPECT_EQ(analyze.nameBox().text(), "Spleen A");
-    EXPECT_EQ(cell(1, 4), "30000");
-    EXPECT_EQ(cell(2, 4), "22");
-    EXPECT_EQ(cell(3, 4), "24");
-    EXPECT_EQ(cell(1, 5), "");
-    EXPECT_FALSE(changed());
-    // After an analysis the exit always asks, even on a document opened a moment ago.
-    analyze.analyze();
-    EXPECT_TRUE(changed());
-}
-
-TEST_F(DocumentLifecycleTest, SaveQuestionAnswersBeforeNewAndOpen) {
+TEST_F(DocumentCommandsTest, SaveQuestionAnswersBeforeNewAndOpen) {
     typeFourRowExample();
     userType(4, 1, "first plate");
     ASSERT_TRUE(changed());
@@ -137,11 +125,9 @@ TEST_F(DocumentLifecycleTest, SaveQuestionAnswersBeforeNewAndOpen) {
     EXPECT_EQ(lines("open dialog").size(), 1U);
 }
 
-TEST_F(DocumentLifecycleTest, NothingToSaveShowsItsBoxAndYesGoesOnOnlyWithAFileName) {
+TEST_F(DocumentCommandsTest, NothingToSaveShowsItsBoxAndYesGoesOnOnlyWithAFileName) {
     analyze.saveFile();
-    ASSERT_EQ(boxes().size(), 1U);
-    EXPECT_EQ(boxes().at(0).request.title, "NO ANALYSIS TO SAVE");
-    EXPECT_EQ(boxes().at(0).request.text, "No Titron analysis to save.");
+    expectBox("NO ANALYSIS TO SAVE", "No Titron analysis to save.");
     EXPECT_EQ(boxes().at(0).request.icon, platform::Icon::Exclamation);
     EXPECT_TRUE(lines("save dialog").empty());
 
@@ -158,23 +144,20 @@ TEST_F(DocumentLifecycleTest, NothingToSaveShowsItsBoxAndYesGoesOnOnlyWithAFileN
     EXPECT_EQ(analyze.nameBox().text(), "");
 }
 
-TEST_F(DocumentLifecycleTest, NewBringsBackHeadingsAndTheHundredRowTable) {
+TEST_F(DocumentCommandsTest, NewBringsBackHeadingsAndTheHundredRowTable) {
     session.settings.ColHeading[1] = "Cells";
-    std::string text = "Row,Dose,Responses,Tested,Comments\r\n";
-    for (int i = 1; i <= 300; ++i) {
-        text += std::to_string(i) + ",1000,2,24,plate\r\n";
-    }
-    platform.queueFileChoice(writeFile("long.txt", text));
+    platform.queueFileChoice(
+        writeFile("t.txt", "Row,Dose,Responses,Tested,Comments\r\n1,1000,2,24,plate\r\n"));
     analyze.openFile();
     ASSERT_EQ(cell(1, 0), "Dose");
-    ASSERT_GT(analyze.grid().rowLimit(), 300);
-    analyze.grid().userMoveTo(3, 40);
+    analyze.grid().userMoveTo(3, 140); // the table grows to 200 rows
     analyze.nameBox().setText("Bone marrow");
     analyze.setFocus(Control::Grid);
 
     platform.queueAnswer(Answer::No);
     analyze.newFile();
     EXPECT_EQ(cell(1, 0), "Cells");
+    EXPECT_EQ(pane(), kEmptyResults);
     EXPECT_EQ(analyze.grid().rowLimit(), 100);
     EXPECT_EQ(analyze.grid().dataRowCount(), 0);
     EXPECT_EQ(analyze.grid().activeCol(), 1);
@@ -187,25 +170,7 @@ TEST_F(DocumentLifecycleTest, NewBringsBackHeadingsAndTheHundredRowTable) {
     EXPECT_FALSE(platform.pointerBusy());
 }
 
-TEST_F(DocumentLifecycleTest, CaptionAfterAppendShowsNoFileThoughTheFileIsKept) {
-    platform.queueFileChoice(writeFile("a.txt", "1000\t2\t24\r\n"));
-    analyze.openFile();
-    platform.queueFileChoice(writeFile("b.txt", "3000\t6\t24\r\n"));
-    platform.queueAnswer(Answer::Yes); // append
-    analyze.openFile();
-    EXPECT_EQ(caption(), "Titron");
-    EXPECT_EQ(session.AnalysisFile, path("b.txt"));
-    EXPECT_TRUE(changed());
-    EXPECT_EQ(cell(1, 2), "3000");
-    // Cancel at the append question leaves the file as it was.
-    platform.queueAnswer(Answer::No); // the save question
-    platform.queueFileChoice(path("a.txt"));
-    platform.queueAnswer(Answer::Cancel);
-    analyze.openFile();
-    EXPECT_EQ(session.AnalysisFile, path("b.txt"));
-}
-
-TEST_F(DocumentLifecycleTest, EditingAfterAnUnsavedAnalysisSavesTheOldReportWithTheNewTable) {
+TEST_F(DocumentCommandsTest, EditingAfterAnUnsavedAnalysisSavesTheOldReportWithTheNewTable) {
     analyseExample();
     const std::string report = pane();
     userType(3, 1, "25");
@@ -219,64 +184,7 @@ TEST_F(DocumentLifecycleTest, EditingAfterAnUnsavedAnalysisSavesTheOldReportWith
     EXPECT_TRUE(changed());
 }
 
-TEST_F(DocumentLifecycleTest, ReportWithoutANameSavesWithAnEmptyNameLine) {
-    typeFourRowExample();
-    analyze.analyze();
-    saveAs("unnamed.tna");
-    EXPECT_EQ(readFile("unnamed.tna").substr(0, 17), "Analysis Name: \r\n");
-}
-
-// Whatever the open dialog hands over, a file that can't be taken ends in the loading
-// failure box and the program goes on.
-TEST_F(DocumentLifecycleTest, UnreadableChoicesEndInTheLoadingBox) {
-    const std::string locked = writeFile("locked.tna", "1000\t2\t24\r\n");
-    std::filesystem::permissions(locked, std::filesystem::perms::none);
-    const bool enforced = ::geteuid() != 0; // root reads it anyway
-    // 200 MB of rows: far more than the 32,767 rows the table can number.
-    std::string huge;
-    huge.reserve(200u << 20);
-    while (huge.size() < (200u << 20)) {
-        huge += "1000\t2\t24\tplate of the long run\r\n";
-    }
-    const std::vector<std::pair<std::string, std::string>> cases{
-        {path("deleted after the dialog.tna"), "Titron ERROR #File not found"},
-        {directory.string(), "Titron ERROR #Path/File access error"},
-        {writeFile("huge.txt", huge), "Titron ERROR #Overflow"},
-        {locked, "Titron ERROR #Permission denied"},
-    };
-    huge.clear();
-    huge.shrink_to_fit();
-    for (const auto& [file, title] : cases) {
-        if (file == locked && !enforced) {
-            continue;
-        }
-        platform.clearTranscript();
-        platform.queueFileChoice(file);
-        analyze.openFile();
-        ASSERT_EQ(boxes().size(), 1U) << file;
-        EXPECT_EQ(boxes()[0].request.title, title);
-        EXPECT_EQ(boxes()[0].request.text, "An error occurred loading the data.");
-        EXPECT_FALSE(platform.pointerBusy());
-    }
-    std::filesystem::permissions(locked, std::filesystem::perms::owner_all);
-    // The program goes on: the next file opens.
-    platform.queueFileChoice(writeFile("good.tna", "1000\t2\t24\r\n"));
-    analyze.openFile();
-    EXPECT_EQ(cell(1, 1), "1000");
-}
-
-TEST_F(DocumentLifecycleTest, NameBoxDropsQuotesAndCommasAndEnterMovesToTheGrid) {
-    EXPECT_EQ(analyze.nameBoxKeyPress('"'), 0);
-    EXPECT_EQ(analyze.nameBoxKeyPress(','), 0);
-    EXPECT_EQ(analyze.nameBoxKeyPress('a'), 'a');
-    EXPECT_EQ(analyze.nameBoxKeyPress(';'), ';');
-    analyze.setFocus(Control::AnalysisName);
-    EXPECT_EQ(analyze.nameBoxKeyPress('\r'), 0);
-    EXPECT_EQ(analyze.focus(), Control::Grid);
-    EXPECT_TRUE(boxes().empty());
-}
-
-TEST_F(DocumentLifecycleTest, PastedNameWithQuoteAndCommaShowsBothBoxesAndKeepsTheFocus) {
+TEST_F(DocumentCommandsTest, PastedNameWithQuoteAndCommaShowsBothBoxesAndKeepsTheFocus) {
     analyze.setFocus(Control::AnalysisName);
     analyze.nameBox().setText("A \"b\", c");
     analyze.setFocus(Control::Grid);
@@ -293,6 +201,102 @@ TEST_F(DocumentLifecycleTest, PastedNameWithQuoteAndCommaShowsBothBoxesAndKeepsT
     EXPECT_EQ(analyze.nameBox().text(), "A \"b\", c");
     // Insert and Delete stay off: the grid had the focus only for the moment of the boxes.
     EXPECT_FALSE(session.frame.item(session::MenuItem::EditInsert).enabled);
+}
+
+TEST_F(DocumentCommandsTest, WithoutReportOrRowsEachCommandShowsItsBox) {
+    analyze.copyFile();
+    analyze.printFile();
+    ASSERT_EQ(boxes().size(), 2U);
+    EXPECT_EQ(boxes()[0].request.title + "|" + boxes()[0].request.text,
+              "NO ANALYSIS TO COPY|No Titron analysis to copy.");
+    EXPECT_EQ(boxes()[1].request.title + "|" + boxes()[1].request.text,
+              "NO ANALYSIS TO PRINT|No Titron analysis to print.");
+    EXPECT_EQ(boxes()[1].request.icon, platform::Icon::Exclamation);
+    EXPECT_FALSE(platform.hasText());
+    EXPECT_TRUE(printed().empty());
+}
+
+TEST_F(DocumentCommandsTest, CopyGivesTheGridBlockOrTheReportWithSingleTabs) {
+    platform.setText("what was there");
+    type({{"1000", "5", "24", ""}, {"100000000", "23", "24", "second plate"}});
+    analyze.copyFile();
+    EXPECT_EQ(platform.text(), "Row\tDose\tResponses\tTested\tComments\r\n"
+                               "1\t1000\t5\t24\t\r\n"
+                               "2\t100000000\t23\t24\tsecond plate\r\n");
+
+    typeFourRowExample();
+    analyze.analyze();
+    const std::string before = documentState();
+    analyze.copyFile();
+    // The report's lines as they stand, its table with single Tabs.
+    const std::string copied = platform.text();
+    EXPECT_EQ(copied.rfind(pane().substr(0, pane().find("Row\t")), 0), 0U);
+    EXPECT_EQ(copied.substr(copied.find("Row\t")), "Row\tDose\tResponses\tTested\tComments\r\n"
+                                                   "1\t1000\t2\t24\t\r\n2\t3000\t6\t24\t\r\n"
+                                                   "3\t10000\t14\t24\t\r\n4\t30000\t22\t24\t\r\n");
+    EXPECT_NE(pane().find("\t\t"), std::string::npos); // the pane keeps its doubled Tabs
+    EXPECT_EQ(documentState(), before);
+    const auto& log = platform.transcript();
+    EXPECT_EQ(log[log.size() - 5], "pointer busy");
+    EXPECT_EQ(log[log.size() - 4], "clipboard clear");
+    EXPECT_EQ(log[log.size() - 2], "wait 500");
+    EXPECT_EQ(log.back(), "pointer normal");
+}
+
+TEST_F(DocumentCommandsTest, PrintedPageHasTheHeadThenTheReportWithItsDoubledTabs) {
+    typeFourRowExample();
+    analyze.nameBox().setText("Spleen A");
+    analyze.analyze();
+    const std::string before = documentState();
+    platform.queuePrinterChoice(true);
+    analyze.printFile();
+    const std::vector<std::string> expected{
+        "left origin -700", "portrait",        "font Arial",
+        "size 16",          "emphasis on",     "print \r\nTitron",
+        "size 10",          "emphasis off",    "print November 23, 2026\r\n\r\n\r\n",
+        "font Courier New", "print " + pane(), "end document",
+    };
+    EXPECT_EQ(printed(), expected);
+    EXPECT_NE(pane().find("\t\t"), std::string::npos);
+    EXPECT_EQ(documentState(), before);
+    EXPECT_FALSE(platform.pointerBusy());
+}
+
+TEST_F(DocumentCommandsTest, WithoutReportThePageShowsFileLineBareNameAndTable) {
+    type({{"1000", "5", "24", ""}});
+    analyze.printFile(); // the print dialog cancelled: nothing printed
+    EXPECT_TRUE(printed().empty());
+    EXPECT_EQ(platform.transcript().back(), "pointer normal");
+    platform.queuePrinterChoice(true);
+    analyze.printFile();
+    EXPECT_EQ(printed().at(10), "print Row\t\tDose\t\tResponses\tTested\t\tComments\r\n"
+                                "1\t\t1000\t\t5\t\t24\t\t\r\n");
+
+    session.AnalysisFile = "/data/Spleen.tna";
+    analyze.nameBox().setText("Spleen A");
+    platform.clearTranscript();
+    platform.queuePrinterChoice(true);
+    analyze.printFile();
+    EXPECT_EQ(printed().at(10).rfind(
+                  "print Titron Analysis File: [/data/spleen.tna]\r\n\r\nSpleen A\r\n\r\nRow", 0),
+              0U);
+}
+
+TEST_F(DocumentCommandsTest, ShortLoadedTextCountsAsNoReportAndLongOneAsAReport) {
+    platform.queueFileChoice(writeFile("short.tna", "Analysis Name: S\r\n\r\n1\t2\t3\r\n"));
+    analyze.openFile();
+    ASSERT_LT(pane().size(), kReportMinimumLength);
+    analyze.copyFile();
+    EXPECT_EQ(platform.text(), "Row\tDose\tResponses\tTested\tComments\r\n1\t1\t2\t3\t\r\n");
+
+    const std::string longer = "Analysis Name: Long enough to count\r\n\r\nRow\t\tDose\t\t"
+                               "Responses\tTested\t\tComments\r\n1\t\t1\t\t2\t\t3\t\t\r\n";
+    platform.queueFileChoice(writeFile("long.tna", longer));
+    platform.queueAnswer(platform::Answer::No); // not appended
+    analyze.openFile();
+    platform.queuePrinterChoice(true);
+    analyze.printFile();
+    EXPECT_EQ(printed().at(10), "print " + longer); // labelled name, from the pane
 }
 
 } // namespace
