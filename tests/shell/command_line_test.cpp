@@ -97,11 +97,11 @@ TEST_F(CommandLineTest, FileAfterOthersComesOutAsItDoesAlone) {
                std::to_string(row % 24) + "\t24\tx\r\n";
     }
     const std::vector<std::string> before = {
-        kSpleen, file("word.txt", "100\t5\t10\r\n200\tfive\t10\r\n"),
-        (directory / "missing.tna").string(), file("slow.txt", "0.001\t5\t10\r\n0.002\t8\t10\r\n"),
-        file("big.txt", big)};
+        kSpleen, writeFile("word.txt", "100\t5\t10\r\n200\tfive\t10\r\n"),
+        (directory / "missing.tna").string(), writeFile("slow.txt", "0.001\t5\t10\r\n0.002\t8\t10\r\n"),
+        writeFile("big.txt", big)};
     // Neither a name nor a heading line: the default headings and the note must show.
-    const std::string last = file("last.txt", "1000\t2\t24\r\n3000\t6\t24\r\n");
+    const std::string last = writeFile("last.txt", "1000\t2\t24\r\n3000\t6\t24\r\n");
 
     for (const std::string format : {"text", "tsv"}) {
         EXPECT_EQ(run({"analyze", "--passes", "20", "--format", format, last}), kExitReport);
