@@ -21,8 +21,8 @@ const char* const kIntegersMessage = "The values for Responses and Tested must b
 
 std::optional<CheckFailure> checkRow(const AssayRow& r, int row) {
     if (r.dose <= 0.0) {
-        return CheckFailure{"INVALID DOSE", "Invalid Dose: " + vocabulary::generalNumber(r.dose), kDoseColumn,
-                            row};
+        return CheckFailure{"INVALID DOSE", "Invalid Dose: " + vocabulary::generalNumber(r.dose),
+                            kDoseColumn, row};
     }
     if (r.responses < 0.0) {
         return CheckFailure{"INVALID RESPONSES", "Invalid Responses:  Empty", kResponsesColumn,
@@ -33,8 +33,8 @@ std::optional<CheckFailure> checkRow(const AssayRow& r, int row) {
     }
     if (r.tested <= 0.0) {
         return CheckFailure{"INVALID NUMBER TESTED",
-                            "Invalid Number Tested: " + vocabulary::generalNumber(r.tested), kTestedColumn,
-                            row};
+                            "Invalid Number Tested: " + vocabulary::generalNumber(r.tested),
+                            kTestedColumn, row};
     }
     if (!vocabulary::isWholeNumber(r.tested)) {
         return CheckFailure{"INVALID NUMBER TESTED", kIntegersMessage, kTestedColumn, row};
@@ -42,7 +42,8 @@ std::optional<CheckFailure> checkRow(const AssayRow& r, int row) {
     if (r.responses > r.tested) {
         return CheckFailure{"INVALID RESPONSES/NUMBER TESTED",
                             "Responses is greater than Number Tested:\r\n\r\n" +
-                                vocabulary::generalNumber(r.responses) + " > " + vocabulary::generalNumber(r.tested),
+                                vocabulary::generalNumber(r.responses) + " > " +
+                                vocabulary::generalNumber(r.tested),
                             kResponsesColumn, row};
     }
     return std::nullopt;

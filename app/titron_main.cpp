@@ -11,8 +11,8 @@
 #include "platform/qt/qt_frame_windows.h"
 #include "platform/qt/qt_main_window.h"
 #include "platform/qt/qt_platform.h"
-#include "shell/main_frame.h"
 #include "session/session.h"
+#include "shell/main_frame.h"
 #include "shell/startup.h"
 
 int main(int argc, char* argv[]) {

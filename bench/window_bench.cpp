@@ -18,8 +18,8 @@
 #include "platform/qt/qt_grid_view.h"
 #include "platform/qt/qt_main_window.h"
 #include "platform/qt/qt_platform.h"
-#include "shell/main_frame.h"
 #include "session/session.h"
+#include "shell/main_frame.h"
 #include "shell/startup.h"
 
 namespace {

@@ -3,14 +3,14 @@
 #include <algorithm>
 #include <array>
 
-#include "vocabulary/number_mask.h"
-#include "vocabulary/number_text.h"
 #include "analysis/report.h"
 #include "comparison/compare_rows.h"
 #include "comparison/comparison_report.h"
 #include "comparison/saved_analysis.h"
 #include "entry/key_codes.h"
 #include "vocabulary/failure.h"
+#include "vocabulary/number_mask.h"
+#include "vocabulary/number_text.h"
 #include "vocabulary/text_routines.h"
 
 namespace titron::comparison {

@@ -6,11 +6,11 @@
 #include <string>
 
 #include "analysis/checked_math.h"
-#include "vocabulary/number_mask.h"
-#include "vocabulary/number_text.h"
 #include "analysis/tail_probability.h"
 #include "entry/grid.h"
 #include "vocabulary/failure.h"
+#include "vocabulary/number_mask.h"
+#include "vocabulary/number_text.h"
 
 namespace titron::comparison {
 

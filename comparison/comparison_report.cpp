@@ -1,10 +1,10 @@
 #include "comparison/comparison_report.h"
 
-#include "vocabulary/number_mask.h"
-#include "vocabulary/number_text.h"
 #include "comparison/compare_rows.h"
 #include "entry/grid.h"
 #include "vocabulary/failure.h"
+#include "vocabulary/number_mask.h"
+#include "vocabulary/number_text.h"
 #include "vocabulary/text_routines.h"
 
 namespace titron::comparison {

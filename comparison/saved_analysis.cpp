@@ -1,7 +1,7 @@
 #include "comparison/saved_analysis.h"
 
-#include "vocabulary/number_text.h"
 #include "vocabulary/failure.h"
+#include "vocabulary/number_text.h"
 #include "vocabulary/text_routines.h"
 
 namespace titron::comparison {
@@ -31,7 +31,8 @@ std::optional<SavedAnalysis> readSavedAnalysis(std::string_view text) {
     }
     SavedAnalysis saved;
     try {
-        saved.logProportion = vocabulary::strictNumber(vocabulary::trimSpaces(text.substr(q, kLogWidth)));
+        saved.logProportion =
+            vocabulary::strictNumber(vocabulary::trimSpaces(text.substr(q, kLogWidth)));
         saved.standardError = vocabulary::strictNumber(
             vocabulary::trimSpaces(text.substr(q + kErrorOffset, lineEnd - q - kErrorOffset)));
     } catch (const vocabulary::Failure&) {

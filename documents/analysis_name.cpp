@@ -26,8 +26,9 @@ void Analyze::nameBoxLostFocus() {
     const std::string& name = m_name.text();
     if (name.find('"') != std::string::npos) {
         m_platform.dialogs.messageBox(
-            {session::kProgramTitle, "The Analysis Name cannot contain double quotation marks (\").",
-             platform::Buttons::Ok, platform::Icon::None, 1});
+            {session::kProgramTitle,
+             "The Analysis Name cannot contain double quotation marks (\").", platform::Buttons::Ok,
+             platform::Icon::None, 1});
         setFocus(Control::AnalysisName);
     }
     if (name.find(',') != std::string::npos) {

@@ -1,8 +1,8 @@
 // The analysis on the clipboard and on paper. Both take the report when the pane holds one,
 // else the grid, and leave the document as it was.
-#include "vocabulary/number_mask.h"
 #include "analysis/report.h"
 #include "documents/analyze.h"
+#include "vocabulary/number_mask.h"
 #include "vocabulary/text_routines.h"
 
 namespace titron::documents {

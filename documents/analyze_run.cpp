@@ -4,18 +4,18 @@
 
 #include "analysis/assay_table.h"
 #include "analysis/estimator.h"
-#include "vocabulary/number_text.h"
 #include "analysis/report.h"
 #include "documents/analysis_table.h"
 #include "documents/analyze.h"
 #include "vocabulary/failure.h"
+#include "vocabulary/number_text.h"
 
 namespace titron::documents {
 
 using platform::Buttons;
-using vocabulary::Failure;
 using platform::Icon;
 using platform::MessageBoxRequest;
+using vocabulary::Failure;
 
 namespace {
 

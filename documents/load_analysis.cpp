@@ -5,11 +5,11 @@
 #include <cstdint>
 #include <string>
 
-#include "vocabulary/number_text.h"
 #include "documents/analyze.h"
 #include "entry/grid.h"
 #include "entry/row_numbers.h"
 #include "vocabulary/failure.h"
+#include "vocabulary/number_text.h"
 #include "vocabulary/text_routines.h"
 
 namespace titron::documents {
@@ -133,8 +133,8 @@ LoadOutcome Analyze::loadAnalysis() {
             if (lineEnd == std::string::npos) {
                 throw Failure(vocabulary::failure::InvalidCall);
             }
-            const std::string name =
-                vocabulary::trimSpaces(std::string_view(text).substr(nameStart, lineEnd - nameStart));
+            const std::string name = vocabulary::trimSpaces(
+                std::string_view(text).substr(nameStart, lineEnd - nameStart));
             // Writing the name runs its rule, which resets the pane and marks the document
             // changed; the pane and the flag are set after it.
             if (startRow == 1) {

@@ -6,18 +6,18 @@
 #include <optional>
 #include <string>
 
-#include "vocabulary/number_mask.h"
-#include "vocabulary/number_text.h"
 #include "fuzz/fuzz_bytes.h"
 #include "fuzz/fuzz_targets.h"
 #include "vocabulary/failure.h"
+#include "vocabulary/number_mask.h"
+#include "vocabulary/number_text.h"
 
 namespace titron::fuzz {
 
 namespace {
 
-using vocabulary::strictNumber;
 using vocabulary::Failure;
+using vocabulary::strictNumber;
 
 // Every mask the program formats numbers with: the report, the comparison and the failure
 // box.

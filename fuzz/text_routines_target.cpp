@@ -69,8 +69,8 @@ void textRoutines(std::string_view bytes) {
             run(ours, [&](std::string& t) { vocabulary::replaceText(t, find, replace); });
         const auto modelFailure =
             run(model, [&](std::string& t) { modelReplaceText(t, find, replace); });
-        compare("replaceText(" + shown(find) + ", " + shown(replace) + ")", input, ours,
-                ourFailure, model, modelFailure);
+        compare("replaceText(" + shown(find) + ", " + shown(replace) + ")", input, ours, ourFailure,
+                model, modelFailure);
         return;
     }
     // closeTabs as the table layout calls it: on a text whose Tabs were doubled, and on

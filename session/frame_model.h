@@ -72,8 +72,8 @@ enum class MenuItem {
 
 struct MenuEntry {
     MenuItem item = MenuItem::File;
-    std::optional<MenuItem>
-        parent;           // the menu it sits in; none for a menu of the bar (or the pop-up)
+    // The menu it sits in; none for a menu of the bar (or the pop-up).
+    std::optional<MenuItem> parent;
     std::string caption;  // "&" marks the access key; "-" is a separator
     std::string shortcut; // "Ctrl+N", "F1"; empty for none
     Command command = Command::None;

@@ -142,7 +142,8 @@ void Main::toggleCompare() {
 // The save of the window in front; its dialog's file name is empty when it was cancelled.
 bool Main::saveForQuestion() {
     run(session::Command::FileSave);
-    return !(compareVisible() ? m_compare.commonDialog() : m_analyze.commonDialog()).fileName.empty();
+    return !(compareVisible() ? m_compare.commonDialog() : m_analyze.commonDialog())
+                .fileName.empty();
 }
 
 bool Main::queryClose() {

@@ -10,8 +10,8 @@
 #include <string>
 #include <utility>
 
-#include "vocabulary/number_text.h"
 #include "vocabulary/failure.h"
+#include "vocabulary/number_text.h"
 
 namespace titron::shell {
 
@@ -147,8 +147,8 @@ bool readText(FieldReader& reader, std::string& target) {
 
 } // namespace
 
-session::AppSettings defaultSettings(int screenHeightTwips, int screenWidthTwips, int frameHeightTwips,
-                            int frameWidthTwips) {
+session::AppSettings defaultSettings(int screenHeightTwips, int screenWidthTwips,
+                                     int frameHeightTwips, int frameWidthTwips) {
     session::AppSettings s;
     s.WindowState = screenHeightTwips > 7500 ? 0 : 2;
     // In long long, so that no difference of two ints can overflow; / drops the remainder.

@@ -12,8 +12,8 @@ namespace titron::shell {
 // The defaults, with the frame centred on the screen (all lengths in twips) and normal on a
 // screen higher than 7500, maximised otherwise. Places beyond the signed 16-bit range are
 // clamped to it, so a huge screen puts the frame at 32767 rather than wrapping round.
-session::AppSettings defaultSettings(int screenHeightTwips, int screenWidthTwips, int frameHeightTwips,
-                            int frameWidthTwips);
+session::AppSettings defaultSettings(int screenHeightTwips, int screenWidthTwips,
+                                     int frameHeightTwips, int frameWidthTwips);
 
 // Overlays settings with the 18 fields of a settings text, in the order of AppSettings.
 // Fields run in sequence regardless of lines: a field ends at a comma or a line end (CR, LF

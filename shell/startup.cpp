@@ -2,9 +2,9 @@
 
 #include <new>
 
-#include "vocabulary/failure.h"
 #include "shell/error_reporter.h"
 #include "shell/settings_file.h"
+#include "vocabulary/failure.h"
 
 namespace titron::shell {
 
@@ -18,8 +18,8 @@ constexpr int kInternalFailure = 51;
 
 } // namespace
 
-Startup::Startup(platform::Platform& platform, platform::FrameWindows& windows, session::Session& session,
-                 documents::Analyze& analyze)
+Startup::Startup(platform::Platform& platform, platform::FrameWindows& windows,
+                 session::Session& session, documents::Analyze& analyze)
     : m_platform(platform), m_windows(windows), m_session(session), m_analyze(analyze) {
 }
 

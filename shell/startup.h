@@ -29,8 +29,8 @@ enum class StartupOutcome {
 
 class Startup {
   public:
-    Startup(platform::Platform& platform, platform::FrameWindows& windows, session::Session& session,
-            documents::Analyze& analyze);
+    Startup(platform::Platform& platform, platform::FrameWindows& windows,
+            session::Session& session, documents::Analyze& analyze);
 
     StartupOutcome run();
 

@@ -11,8 +11,8 @@
 #include "comparison/compare.h"
 #include "documents/analyze.h"
 #include "session/frame_model.h"
-#include "shell/main_frame.h"
 #include "session/session.h"
+#include "shell/main_frame.h"
 
 class QMdiArea;
 class QMdiSubWindow;
@@ -27,8 +27,8 @@ class QtShortcutGuard;
 
 class QtMainWindow : public QMainWindow {
   public:
-    QtMainWindow(session::Session& session, documents::Analyze& analyze, comparison::Compare& compare,
-                 QWidget* parent = nullptr);
+    QtMainWindow(session::Session& session, documents::Analyze& analyze,
+                 comparison::Compare& compare, QWidget* parent = nullptr);
     ~QtMainWindow() override;
 
     // The frame logic that clicks go to. It is made after the window (it needs the
