@@ -150,21 +150,6 @@ TEST(GridTest, MovesAreClippedToTheTableAndTheCursorStaysInside) {
     EXPECT_EQ(seenRows, (std::vector<int>{10}));
 }
 
-TEST(GridTest, RedrawOffHoldsNotificationsThenSendsOneAll) {
-    Grid grid(2, 2);
-    std::vector<GridChangeKind> kinds;
-    grid.setChangeListener([&](const GridChange& change) { kinds.push_back(change.kind); });
-    grid.setCell(1, 1, "a");
-    grid.setRedraw(false);
-    grid.setCell(1, 2, "b");
-    grid.setColWidth(-1, 900);
-    grid.setRowLimit(40);
-    grid.setRedraw(true);
-    grid.setRedraw(false);
-    grid.setRedraw(true); // nothing changed meanwhile
-    EXPECT_EQ(kinds, (std::vector<GridChangeKind>{GridChangeKind::Cells, GridChangeKind::All}));
-}
-
 // Cut, copy and paste of blocks are the block commands' tests; here where whole rows start.
 TEST(GridTest, WholeRowsPasteFromColumnOne) {
     Grid grid(3, 4);
