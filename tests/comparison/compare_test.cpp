@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <map>
 
 #include <gtest/gtest.h>
 
@@ -24,14 +23,7 @@ namespace {
 constexpr entry::Colour kRed{255, 0, 0};
 constexpr entry::Colour kBlue{0, 0, 255};
 
-// An analysis file's name line and results line, the figures in their fixed columns.
-std::string analysisText(const std::string& name, const std::string& logProportion,
-                         const std::string& standardError) {
-    std::string line = "    Log Proportion:";
-    line += std::string(23 - logProportion.size(), ' ') + logProportion;
-    line += "  S.E. of Log Prop.: " + standardError;
-    return "Analysis Name: " + name + "\r\n\r\n" + line + "\r\n\r\nEND\r\n";
-}
+using documents::testing::analysisText;
 
 // The comparison row against the others, and the report's lines, from the worked row: a
 // comparison row of -2.99573 / 0.1000 against -2.30259 / 0.2500.
@@ -221,23 +213,13 @@ TEST_F(CompareTest, EnteringScansTheDirectoryAndLeavingEmptiesTheGrid) {
     EXPECT_EQ(grid().rowLimit(), kFiles);
     std::vector<std::string> listed = platform::LocalFiles().list("*.tna");
     listed.erase(std::find(listed.begin(), listed.end(), "table-only.tna"));
-    std::map<std::string, int> rowOf;
     for (int row = 1; row <= kFiles; ++row) {
-        const std::string& file = grid().cell(column::File, row);
-        EXPECT_EQ(file, "/lab/assays/" + listed[static_cast<std::size_t>(row - 1)]);
-        rowOf[file] = row;
-    }
-    const std::vector<std::vector<std::string>> expected{
-        {"/lab/assays/run0.tna", "Run 0", "-2.50000", "0.1000"},
-        {"/lab/assays/run4321.tna", "Run 4321", "-4.50000", "0.1100"},
-        {"/lab/assays/run9999.tna", "Run 9999", "-5.50000", "0.1900"},
-    };
-    for (const auto& cells : expected) {
-        ASSERT_EQ(rowOf.count(cells[0]), 1U) << cells[0];
-        const int row = rowOf[cells[0]];
-        for (int col = column::Name; col <= column::StandardError; ++col) {
-            EXPECT_EQ(grid().cell(col, row), cells[static_cast<std::size_t>(col - 1)]);
-        }
+        const std::string& file = listed[static_cast<std::size_t>(row - 1)];
+        const int i = std::stoi(file.substr(3)); // "run<i>.tna"
+        ASSERT_EQ(grid().cell(column::File, row), "/lab/assays/" + file);
+        ASSERT_EQ(grid().cell(column::Name, row), joined("Run ", i, ""));
+        ASSERT_EQ(grid().cell(column::LogProportion, row), joined("-", 2 + i % 7, ".50000"));
+        ASSERT_EQ(grid().cell(column::StandardError, row), joined("0.1", i % 10, "00"));
     }
     EXPECT_EQ(compare.comparisonRow(), 1);
     EXPECT_TRUE(onlyRedRow(1));

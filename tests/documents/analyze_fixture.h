@@ -1,6 +1,7 @@
 // A document on the scripted platform, with a scratch directory for its files.
 #pragma once
 
+#include <array>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -11,6 +12,7 @@
 #include "documents/analyze.h"
 #include "platform/scripted_platform.h"
 #include "session/session.h"
+#include "tests/scratch_directory.h"
 #include "vocabulary/text_routines.h"
 
 namespace titron::documents::testing {
@@ -18,6 +20,38 @@ namespace titron::documents::testing {
 struct Row {
     std::string dose, responses, tested, comments;
 };
+
+// An analysis file's name line and results line, the figures in their fixed columns.
+inline std::string analysisText(const std::string& name, const std::string& logProportion,
+                                const std::string& standardError) {
+    std::string line = "    Log Proportion:";
+    line += std::string(23 - logProportion.size(), ' ') + logProportion;
+    line += "  S.E. of Log Prop.: " + standardError;
+    return "Analysis Name: " + name + "\r\n\r\n" + line + "\r\n\r\nEND\r\n";
+}
+
+// Rows written into a grid's cells by code (no cell changed), from firstRow down.
+inline void typeRows(entry::Grid& grid, const std::vector<Row>& rows, int firstRow = 1) {
+    for (const Row& r : rows) {
+        int col = 1;
+        for (const std::string* text : {&r.dose, &r.responses, &r.tested, &r.comments}) {
+            grid.setCell(col++, firstRow, *text);
+        }
+        ++firstRow;
+    }
+}
+
+// The worked four-row assay: doses 1000 to 30000, 24 tested at each, the responses 2, 6, 14
+// and 22 unless others are given.
+using Responses = std::array<std::string, 4>;
+inline std::vector<Row> fourRowAssay(const Responses& responses = {"2", "6", "14", "22"}) {
+    const char* doses[] = {"1000", "3000", "10000", "30000"};
+    std::vector<Row> rows;
+    for (std::size_t i = 0; i < 4; ++i) {
+        rows.push_back({doses[i], responses[i], "24", ""});
+    }
+    return rows;
+}
 
 // A second document of its own, as after the program was started again.
 struct FreshDocument {
@@ -29,39 +63,12 @@ struct FreshDocument {
 
 class AnalyzeFixture : public ::testing::Test {
   protected:
-    AnalyzeFixture()
-        : analyze(platform.services(), session), startDirectory(std::filesystem::current_path()) {
-        analyze.load();
-        directory = std::filesystem::temp_directory_path() /
-                    ("titron-test-" + std::to_string(::getpid()) + "-" +
-                     ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        std::filesystem::remove_all(directory);
-        std::filesystem::create_directories(directory);
-    }
-    // Accepted file dialogs move the current directory; it goes back before the files go.
-    ~AnalyzeFixture() override {
-        std::filesystem::current_path(startDirectory);
-        std::filesystem::remove_all(directory);
-    }
+    AnalyzeFixture() { analyze.load(); }
 
     void type(const std::vector<Row>& rows, int firstRow = 1) {
-        int row = firstRow;
-        for (const Row& r : rows) {
-            entry::Grid& grid = analyze.grid();
-            grid.setCell(1, row, r.dose);
-            grid.setCell(2, row, r.responses);
-            grid.setCell(3, row, r.tested);
-            grid.setCell(4, row, r.comments);
-            ++row;
-        }
+        typeRows(analyze.grid(), rows, firstRow);
     }
-
-    void typeFourRowExample() {
-        type({{"1000", "2", "24", ""},
-              {"3000", "6", "24", ""},
-              {"10000", "14", "24", ""},
-              {"30000", "22", "24", ""}});
-    }
+    void typeFourRowExample() { type(fourRowAssay()); }
 
     // Types text into a cell as the user does, which raises the grid's cell changed.
     void userType(int col, int row, const std::string& text) {
@@ -108,11 +115,11 @@ class AnalyzeFixture : public ::testing::Test {
     const std::string& pane() const { return analyze.resultsPane().text(); }
     const std::vector<platform::ShownBox>& boxes() const { return platform.boxes(); }
 
+    titron::testing::ScratchDirectory scratch;
+    const std::filesystem::path directory = scratch.path;
     platform::ScriptedPlatform platform;
     session::Session session;
-    Analyze analyze;
-    std::filesystem::path startDirectory;
-    std::filesystem::path directory;
+    Analyze analyze{platform.services(), session};
 };
 
 } // namespace titron::documents::testing

@@ -51,22 +51,7 @@ class DocumentCommandsTest : public AnalyzeFixture {
     }
 };
 
-TEST_F(DocumentCommandsTest, DialogsCarryTheirFlagsFilterExtensionAndTitle) {
-    typeFourRowExample();
-    saveAs("first.tna");
-    platform.queueAnswer(Answer::No);
-    analyze.openFile(); // cancelled: nothing queued
-    const std::string fields = " ext tna filter Titron Analysis Files (*.tna)|*.tna|Text Files "
-                               "(*.txt)|*.txt|All Files (*.*)|*.*";
-    EXPECT_EQ(lines("save dialog").at(0), "save dialog [Titron Analysis File] flags 34822" +
-                                              fields + " file  -> " + path("first.tna"));
-    EXPECT_EQ(lines("open dialog").at(0),
-              "open dialog [Titron Analysis File] flags 6148" + fields + " file  -> cancelled");
-    // The save question was not asked: the save left the document clean.
-    EXPECT_TRUE(boxes().empty());
-}
-
-TEST_F(DocumentCommandsTest, SaveOffersTheFilesOwnNameWithTheAnalysisExtension) {
+TEST_F(DocumentCommandsTest, DialogsCarryTheirSettingsAndSaveOffersTheFilesOwnName) {
     writeFile("run.3.txt", "Dose,Responses,Tested\r\n1000,2,24\r\n3000,6,24\r\n");
     platform.queueFileChoice(path("run.3.txt"));
     analyze.openFile();
@@ -74,7 +59,12 @@ TEST_F(DocumentCommandsTest, SaveOffersTheFilesOwnNameWithTheAnalysisExtension) 
     EXPECT_EQ(session.LastDirectory, directory.string());
     platform.queueFileChoice(std::nullopt);
     analyze.saveFile();
-    EXPECT_NE(lines("save dialog").at(0).find(" file run.tna -> cancelled"), std::string::npos);
+    const std::string fields = " ext tna filter Titron Analysis Files (*.tna)|*.tna|Text Files "
+                               "(*.txt)|*.txt|All Files (*.*)|*.*";
+    EXPECT_EQ(lines("open dialog").at(0), "open dialog [Titron Analysis File] flags 6148" + fields +
+                                              " file  -> " + path("run.3.txt"));
+    EXPECT_EQ(lines("save dialog").at(0), "save dialog [Titron Analysis File] flags 34822" +
+                                              fields + " file run.tna -> cancelled");
     // A cancelled save empties the name; a document without a file offers what is left.
     EXPECT_EQ(analyze.commonDialog().fileName, "");
     analyze.newFile();
@@ -125,15 +115,26 @@ TEST_F(DocumentCommandsTest, SaveQuestionAnswersBeforeNewAndOpen) {
     EXPECT_EQ(lines("open dialog").size(), 1U);
 }
 
-TEST_F(DocumentCommandsTest, NothingToSaveShowsItsBoxAndYesGoesOnOnlyWithAFileName) {
+TEST_F(DocumentCommandsTest, WithoutReportOrRowsSaveCopyAndPrintShowTheirBoxes) {
     analyze.saveFile();
-    expectBox("NO ANALYSIS TO SAVE", "No Titron analysis to save.");
-    EXPECT_EQ(boxes().at(0).request.icon, platform::Icon::Exclamation);
+    analyze.copyFile();
+    analyze.printFile();
+    ASSERT_EQ(boxes().size(), 3U);
+    const char* const expected[] = {"NO ANALYSIS TO SAVE|No Titron analysis to save.",
+                                    "NO ANALYSIS TO COPY|No Titron analysis to copy.",
+                                    "NO ANALYSIS TO PRINT|No Titron analysis to print."};
+    for (std::size_t i = 0; i < 3; ++i) {
+        EXPECT_EQ(boxes()[i].request.title + "|" + boxes()[i].request.text, expected[i]);
+        EXPECT_EQ(boxes()[i].request.icon, platform::Icon::Exclamation);
+    }
     EXPECT_TRUE(lines("save dialog").empty());
+    EXPECT_FALSE(platform.hasText());
+    EXPECT_TRUE(printed().empty());
 
     // A changed document with nothing to save: the dialog's name decides.
     analyze.resultsPane().setText("short loaded text");
-    analyze.nameBox().setText("x"); // resets the pane: changed
+    analyze.nameBox().setText("x"); // a new name takes any text off the pane: changed
+    EXPECT_EQ(pane(), kEmptyResults);
     ASSERT_TRUE(changed());
     platform.queueAnswer(Answer::Yes);
     analyze.newFile();
@@ -170,7 +171,7 @@ TEST_F(DocumentCommandsTest, NewBringsBackHeadingsAndTheHundredRowTable) {
     EXPECT_FALSE(platform.pointerBusy());
 }
 
-TEST_F(DocumentCommandsTest, EditingAfterAnUnsavedAnalysisSavesTheOldReportWithTheNewTable) {
+TEST_F(DocumentCommandsTest, EditingAfterAnUnsavedAnalysisSavesTheOldReportNotTheEditedTable) {
     analyseExample();
     const std::string report = pane();
     userType(3, 1, "25");
@@ -203,19 +204,6 @@ TEST_F(DocumentCommandsTest, PastedNameWithQuoteAndCommaShowsBothBoxesAndKeepsTh
     EXPECT_FALSE(session.frame.item(session::MenuItem::EditInsert).enabled);
 }
 
-TEST_F(DocumentCommandsTest, WithoutReportOrRowsEachCommandShowsItsBox) {
-    analyze.copyFile();
-    analyze.printFile();
-    ASSERT_EQ(boxes().size(), 2U);
-    EXPECT_EQ(boxes()[0].request.title + "|" + boxes()[0].request.text,
-              "NO ANALYSIS TO COPY|No Titron analysis to copy.");
-    EXPECT_EQ(boxes()[1].request.title + "|" + boxes()[1].request.text,
-              "NO ANALYSIS TO PRINT|No Titron analysis to print.");
-    EXPECT_EQ(boxes()[1].request.icon, platform::Icon::Exclamation);
-    EXPECT_FALSE(platform.hasText());
-    EXPECT_TRUE(printed().empty());
-}
-
 TEST_F(DocumentCommandsTest, CopyGivesTheGridBlockOrTheReportWithSingleTabs) {
     platform.setText("what was there");
     type({{"1000", "5", "24", ""}, {"100000000", "23", "24", "second plate"}});
@@ -237,16 +225,12 @@ TEST_F(DocumentCommandsTest, CopyGivesTheGridBlockOrTheReportWithSingleTabs) {
     EXPECT_NE(pane().find("\t\t"), std::string::npos); // the pane keeps its doubled Tabs
     EXPECT_EQ(documentState(), before);
     const auto& log = platform.transcript();
-    EXPECT_EQ(log[log.size() - 5], "pointer busy");
-    EXPECT_EQ(log[log.size() - 4], "clipboard clear");
-    EXPECT_EQ(log[log.size() - 2], "wait 500");
+    EXPECT_EQ(log[log.size() - 5], "pointer busy"); // while the text goes to the clipboard
     EXPECT_EQ(log.back(), "pointer normal");
 }
 
 TEST_F(DocumentCommandsTest, PrintedPageHasTheHeadThenTheReportWithItsDoubledTabs) {
-    typeFourRowExample();
-    analyze.nameBox().setText("Spleen A");
-    analyze.analyze();
+    analyseExample();
     const std::string before = documentState();
     platform.queuePrinterChoice(true);
     analyze.printFile();

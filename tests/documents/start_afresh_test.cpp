@@ -10,37 +10,25 @@ namespace {
 // Everything of the window that can be read from outside, one value after another.
 std::string state(Analyze& analyze) {
     std::ostringstream out;
+    const auto put = [&out](const auto&... values) { ((out << values << '|'), ...) << '\n'; };
     const entry::Grid& g = analyze.grid();
-    out << "rows " << g.rowLimit() << " data " << g.dataRowCount() << "\n";
     for (int row = 0; row <= g.rowLimit(); ++row) {
-        out << row << " h" << g.rowHeight(row) << ":";
         for (int col = 0; col <= g.maxCols(); ++col) {
             const entry::Colour c = g.textColour(col, row);
-            out << " [" << g.cell(col, row) << "|" << int(c.red) << "," << int(c.green) << ","
-                << int(c.blue) << "]";
+            put(g.cell(col, row), int(c.red), int(c.green), int(c.blue), g.rowHeight(row),
+                g.colWidth(col), g.typedLengthLimit(col));
         }
-        out << "\n";
-    }
-    for (int col = 0; col <= g.maxCols(); ++col) {
-        out << "col " << col << " w" << g.colWidth(col) << " limit " << g.typedLengthLimit(col)
-            << "\n";
     }
     const entry::CellBlock s = g.selection();
-    out << "address " << g.col() << "," << g.row() << "," << g.col2() << "," << g.row2()
-        << " block " << g.blockMode() << " active " << g.activeCol() << "," << g.activeRow()
-        << " first " << g.firstVisibleRow() << " selection " << g.blockSelected() << " " << s.col
-        << "," << s.row << "," << s.col2 << "," << s.row2 << " edit " << g.editMode() << " redraw "
-        << g.redraw() << " locked " << g.locked() << "\n";
-
+    put(g.rowLimit(), g.dataRowCount(), g.col(), g.row(), g.col2(), g.row2(), g.blockMode(),
+        g.activeCol(), g.activeRow(), g.firstVisibleRow(), g.blockSelected(), s.col, s.row, s.col2,
+        s.row2, g.editMode(), g.redraw(), g.locked());
     const ResultsPane& pane = analyze.resultsPane();
-    out << "name [" << analyze.nameBox().text() << "] pane [" << pane.text() << "] formatted "
-        << pane.look().formatted << " colour " << pane.look().colour.blue << " stops "
-        << pane.look().tabStopsTwips.size() << " visible " << pane.visible() << " caret "
-        << pane.caret() << "\n";
     const platform::CommonDialog& dialog = analyze.commonDialog();
-    out << "focus " << int(analyze.focus()) << " name width " << analyze.nameWidth() << " dialog "
-        << dialog.flags << dialog.filter << dialog.defaultExt << dialog.dialogTitle
-        << dialog.fileName << "\n";
+    put(analyze.nameBox().text(), pane.text(), pane.look().formatted, pane.look().colour.blue,
+        pane.look().tabStopsTwips.size(), pane.visible(), pane.caret(), int(analyze.focus()),
+        analyze.nameWidth(), dialog.flags, dialog.filter, dialog.defaultExt, dialog.dialogTitle,
+        dialog.fileName);
     return out.str();
 }
 

@@ -30,7 +30,7 @@ class DataGridTest : public AnalyzeFixture {
     bool enabled(MenuItem item) const { return session.frame.item(item).enabled; }
 };
 
-TEST_F(DataGridTest, NumberColumnsTakeDigitsSignsOneDotAndExponentLetters) {
+TEST_F(DataGridTest, TypingTakesWhatEachColumnAllowsUpToItsLengthLimit) {
     EXPECT_EQ(typeInto(1, 1, "1.5x3"), "1.5E3");
     EXPECT_EQ(typeInto(1, 2, "1.5*3"), "1.5E3");
     EXPECT_EQ(typeInto(1, 3, "1.5^3"), "1.5E3");
@@ -41,32 +41,25 @@ TEST_F(DataGridTest, NumberColumnsTakeDigitsSignsOneDotAndExponentLetters) {
     EXPECT_EQ(typeInto(2, 2, "1 2"), "1 2"); // the blank is a control-range key and passes
     EXPECT_EQ(typeInto(2, 3, "1\t2"), "12"); // Tab is the view's business, not the text's
     EXPECT_EQ(typeInto(4, 1, "x.y \"q\". 1/2"), "x.y q. 1/2"); // comments: all but the quote
-}
+    // Typing stops at the column's length limit.
+    EXPECT_EQ(typeInto(1, 5, std::string(40, '7')), std::string(30, '7'));
+    EXPECT_EQ(typeInto(4, 2, std::string(70, 'c')), std::string(60, 'c'));
 
-TEST_F(DataGridTest, TheDotRuleSeesOnlyWhatIsTypedIntoTheEdit) {
-    grid().setCell(1, 1, "2.5");
-    // Typing replaces the old text, so its dot doesn't count...
-    EXPECT_EQ(typeInto(1, 1, ".5"), ".5");
-    // ...but during an edit opened with F2 the old text is part of the edit.
-    grid().userMoveTo(1, 2);
-    grid().setCell(1, 2, "2.5");
+    // The dot rule sees only what is typed into the edit: typing replaces the old text, so
+    // its dot doesn't count, but during an edit opened with F2 the old text is part of it.
+    grid().setCell(1, 6, "2.5");
+    EXPECT_EQ(typeInto(1, 6, ".5"), ".5");
+    grid().userMoveTo(1, 7);
+    grid().setCell(1, 7, "2.5");
     grid().userKeyDown(key::F2, 0);
     EXPECT_TRUE(grid().editMode());
     for (int c : {int{'.'}, int{'1'}, key::Enter}) {
         grid().userKeyPress(c);
     }
-    EXPECT_EQ(cell(1, 2), "2.51");
+    EXPECT_EQ(cell(1, 7), "2.51");
 }
 
-TEST_F(DataGridTest, TypedTextStopsAtTheColumnsLengthLimit) {
-    EXPECT_EQ(typeInto(1, 1, std::string(40, '7')), std::string(30, '7'));
-    EXPECT_EQ(typeInto(4, 1, std::string(70, 'c')), std::string(60, 'c'));
-    // Code is not limited.
-    grid().setCell(4, 2, std::string(100, 'c'));
-    EXPECT_EQ(cell(4, 2).size(), 100u);
-}
-
-TEST_F(DataGridTest, CursorGrowsTheTableInStepsOfHundredUpTo1500) {
+TEST_F(DataGridTest, CursorGrowsTheTableInStepsOfHundredUpTo1500WhereColumnOneShowsABox) {
     grid().userMoveTo(1, 89);
     EXPECT_EQ(grid().rowLimit(), 100);
     grid().userMoveTo(1, 90);
@@ -82,15 +75,8 @@ TEST_F(DataGridTest, CursorGrowsTheTableInStepsOfHundredUpTo1500) {
     EXPECT_EQ(grid().rowLimit(), 1500);
     EXPECT_EQ(cell(0, 1500), "1500");
     EXPECT_TRUE(boxes().empty());
-    // Above 1,500 rows (a loaded file) the cursor adds nothing.
-    grid().setRowLimit(2000);
-    grid().userMoveTo(1, 1995);
-    EXPECT_EQ(grid().rowLimit(), 2000);
-}
 
-TEST_F(DataGridTest, MaximumRowsBoxOnlyAtRow1500Column1) {
-    grid().setRowLimit(1500);
-    grid().userMoveTo(2, 1490);
+    // At row 1,500 only column 1 shows the box; the move goes on, and nothing grows.
     grid().userMoveTo(2, 1500);
     grid().userMoveTo(3, 1500);
     EXPECT_TRUE(boxes().empty());
@@ -98,12 +84,15 @@ TEST_F(DataGridTest, MaximumRowsBoxOnlyAtRow1500Column1) {
     expectBox("Maximum number of rows", "Reaching the maximum number of rows of data (1500).");
     EXPECT_EQ(boxes()[0].request.buttons, platform::Buttons::Ok);
     EXPECT_EQ(boxes()[0].request.icon, platform::Icon::None);
-    // The move goes on, and nothing grows.
     EXPECT_EQ(grid().activeRow(), 1500);
     EXPECT_EQ(grid().rowLimit(), 1500);
     grid().userMoveTo(1, 1499);
     grid().userMoveTo(1, 1500);
     EXPECT_EQ(boxes().size(), 2u);
+    // Above 1,500 rows (a loaded file) the cursor adds nothing.
+    grid().setRowLimit(2000);
+    grid().userMoveTo(1, 1995);
+    EXPECT_EQ(grid().rowLimit(), 2000);
 }
 
 TEST_F(DataGridTest, DeleteKeyClearsTargetAndAlwaysMarksResultsOutOfDate) {
@@ -132,19 +121,24 @@ TEST_F(DataGridTest, DeleteKeyClearsTargetAndAlwaysMarksResultsOutOfDate) {
     EXPECT_EQ(cell(1, 3), "7");
 }
 
-// Which commands the focus and a right click switch on is the window's test, with real focus
-// changes and clicks; here what only the logic shows.
-TEST_F(DataGridTest, FocusAddressesTheActiveCellAndCutCopyDeleteStayOn) {
+// Which commands the focus switches on is the window's test, with real focus changes; here
+// what only the logic shows. A right click sets the pop-up's items: Fill for a block of one
+// column, Paste while the clipboard holds text, Cut, Copy and Delete always.
+TEST_F(DataGridTest, FocusAddressesTheActiveCellAndARightClickSetsThePopupsItems) {
     grid().userMoveTo(3, 7);
     grid().addressCell(1, 1);
     analyze.setFocus(Control::Grid);
     EXPECT_EQ(grid().col(), 3);
     EXPECT_EQ(grid().row(), 7);
-    EXPECT_TRUE(enabled(MenuItem::EditInsert));
 
+    platform.setText("5");
     grid().userSelect({2, 3, 2, 8});
     grid().userRightClick(1, 5, 5, 40, 60);
-    EXPECT_TRUE(enabled(MenuItem::DropFill));
+    EXPECT_TRUE(enabled(MenuItem::DropFill) && enabled(MenuItem::DropPaste));
+    platform.clear();
+    grid().userSelect({2, 3, 3, 8});
+    grid().userRightClick(1, 5, 5, 40, 60);
+    EXPECT_FALSE(enabled(MenuItem::DropFill) || enabled(MenuItem::DropPaste));
     grid().userMoveTo(1, 1); // a single cell is no block
     grid().userRightClick(1, 1, 1, 0, 0);
     EXPECT_FALSE(enabled(MenuItem::DropFill));

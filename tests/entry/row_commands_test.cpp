@@ -46,8 +46,8 @@ class RowCommandsTest : public AnalyzeFixture {
     }
 };
 
-TEST_F(RowCommandsTest, InsertWithoutBlockAsksForOneRowAndPutsItBeforeTheActiveRow) {
-    fillDoses(5);
+TEST_F(RowCommandsTest, InsertAsksForOneRowOrTheBlocksRowsAndPutsThemBeforeTheActiveRow) {
+    fillDoses(14);
     grid().userMoveTo(2, 3);
     analyze.editInsert();
     expectQuestion("INSERT ROW?", "Insert one row before the current row?");
@@ -55,16 +55,14 @@ TEST_F(RowCommandsTest, InsertWithoutBlockAsksForOneRowAndPutsItBeforeTheActiveR
     expectNumberedAndBlue();
     EXPECT_EQ(pane(), kEmptyResults);
     EXPECT_EQ(session.AnalysisChanged, session::kChanged);
-}
 
-TEST_F(RowCommandsTest, BlockSizesTheInsertAndTheActiveRowPlacesIt) {
-    fillDoses(14);
-    grid().userMoveTo(1, 12);
+    platform.clearTranscript();
+    grid().userMoveTo(1, 13);
     grid().setSelection({2, 3, 4, 7}); // columns don't matter, only the row bounds
     analyze.editInsert();
     expectQuestion("INSERT ROWS?", "Insert 5 rows before the current row?");
-    EXPECT_EQ(doses(11, 17), "d11,,,,,,d12");
-    EXPECT_EQ(cell(1, 3), "d3");
+    EXPECT_EQ(doses(12, 18), "d11,,,,,,d12");
+    EXPECT_EQ(cell(1, 4), "d3");
     expectNumberedAndBlue();
 }
 
@@ -96,7 +94,7 @@ TEST_F(RowCommandsTest, NoLeavesGridAndResultsUntouched) {
     EXPECT_EQ(session.AnalysisChanged, session::kUnchanged);
 }
 
-TEST_F(RowCommandsTest, DeleteRemovesTheActiveRowOrTheBlocksRows) {
+TEST_F(RowCommandsTest, DeleteRemovesTheActiveRowOrTheBlocksRowsOrEveryRow) {
     fillDoses(10);
     grid().userMoveTo(3, 2);
     analyze.editDelete();
@@ -112,11 +110,9 @@ TEST_F(RowCommandsTest, DeleteRemovesTheActiveRowOrTheBlocksRows) {
     EXPECT_EQ(doses(1, 3), "d1,d3,d7");
     EXPECT_FALSE(grid().blockMode());
     expectNumberedAndBlue();
-}
 
-TEST_F(RowCommandsTest, WholeColumnsDeleteEveryRowAfterCountingThem) {
-    fillDoses(10);
-    grid().userMoveTo(1, 95); // the table grows to 200 rows
+    // Whole columns: every row, counted after the cursor grew the table to 200 rows.
+    grid().userMoveTo(1, 95);
     grid().userSelect({1, -1, 1, -1});
     analyze.editDelete();
     EXPECT_EQ(boxes().back().request.text, "Delete 200 rows?");

@@ -1,7 +1,6 @@
 // The file dialogs: Qt's filters from the program's, and a save as the user goes through it
 // from the keyboard.
 #include <deque>
-#include <functional>
 
 #include <QApplication>
 #include <QDir>
@@ -9,11 +8,11 @@
 #include <QMessageBox>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 
 #include <gtest/gtest.h>
 
 #include "platform/qt/qt_platform.h"
+#include "tests/gui/gui_helpers.h"
 
 namespace titron::qt {
 namespace {
@@ -35,21 +34,13 @@ class QtCommonDialogsTest : public ::testing::Test {
     ~QtCommonDialogsTest() override { QDir::setCurrent(previous); }
 
     // Answers each modal window in turn: a file dialog with the name, a message box with
-    // Enter (its text kept). Anything else fails and is closed; answers left die with the test.
+    // Enter (its text kept). Anything else fails and is closed.
     void answerInTurn(std::deque<QString> names) {
-        auto* timer = new QTimer(&pending);
-        timer->start(10);
-        QObject::connect(timer, &QTimer::timeout, [this, timer, names]() mutable {
-            QWidget* modal = QApplication::activeModalWidget();
-            if (modal == nullptr || !modal->isVisible()) {
-                return;
-            }
-            timer->stop();
-            timer->deleteLater();
+        testing::whenModal([this, names](QWidget* modal) mutable {
             const QString name = names.front();
             names.pop_front();
             if (!names.empty()) {
-                answerInTurn(names);
+                answerInTurn(names); // before this answer opens the next window
             }
             auto* edit = modal->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
             auto* box = qobject_cast<QMessageBox*>(modal);
@@ -66,7 +57,6 @@ class QtCommonDialogsTest : public ::testing::Test {
         });
     }
 
-    QObject pending;
     QStringList shown;
     QString previous;
     QTemporaryDir directory;

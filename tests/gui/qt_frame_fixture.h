@@ -2,8 +2,6 @@
 // frame with Analyze shown and active, without the splash's seconds of start-up.
 #pragma once
 
-#include <array>
-
 #include <QLineEdit>
 #include <QTest>
 #include <QTextEdit>
@@ -42,16 +40,9 @@ class QtFrameFixture : public ::testing::Test {
     QLineEdit& nameBox() { return *window.analyzeWindow()->nameBox(); }
     QTextEdit& resultsPane() { return *window.analyzeWindow()->resultsPane(); }
 
-    using Responses = std::array<const char*, 4>;
-    // The worked four-row assay: doses 1000 to 30000, 24 tested at each.
-    static void typeFourRowAssay(entry::Grid& grid,
-                                 const Responses& responses = {"2", "6", "14", "22"}) {
-        const char* doses[] = {"1000", "3000", "10000", "30000"};
-        for (int row = 1; row <= 4; ++row) {
-            grid.setCell(1, row, doses[row - 1]);
-            grid.setCell(2, row, responses[static_cast<std::size_t>(row - 1)]);
-            grid.setCell(3, row, "24");
-        }
+    using Responses = documents::testing::Responses;
+    static void typeFourRowAssay(entry::Grid& grid) {
+        documents::testing::typeRows(grid, documents::testing::fourRowAssay());
     }
 
     // The assay analysed on the scripted platform, as the command line runs it, and saved to
@@ -61,7 +52,8 @@ class QtFrameFixture : public ::testing::Test {
                                       const std::string& file = "") {
         documents::testing::FreshDocument headless;
         headless.analyze.nameBox().setText(name);
-        typeFourRowAssay(headless.analyze.grid(), responses);
+        documents::testing::typeRows(headless.analyze.grid(),
+                                     documents::testing::fourRowAssay(responses));
         headless.analyze.analyze();
         if (!file.empty()) {
             EXPECT_TRUE(headless.analyze.saveDocument(file));

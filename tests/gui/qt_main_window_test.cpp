@@ -21,7 +21,6 @@
 #include "platform/qt/qt_twips.h"
 #include "tests/gui/gui_helpers.h"
 #include "tests/gui/qt_frame_fixture.h"
-#include "tests/worked_examples.h"
 
 namespace titron::qt {
 namespace {
@@ -36,7 +35,7 @@ class QtMainWindowTest : public testing::QtFrameFixture {
     }
 };
 
-TEST_F(QtMainWindowTest, MenusAndToolbarShowTheFrameModel) {
+TEST_F(QtMainWindowTest, MenusToolbarAndTitleShowTheFrameModelAndFollowIt) {
     for (const session::MenuEntry& item : session.frame.menuItems()) {
         const int at = static_cast<int>(item.item);
         QAction* a = window.menuAction(item.item);
@@ -71,9 +70,8 @@ TEST_F(QtMainWindowTest, MenusAndToolbarShowTheFrameModel) {
             EXPECT_EQ(a->isEnabled(), buttons[i].usable() && buttons[i].visible) << buttons[i].key;
         }
     }
-}
 
-TEST_F(QtMainWindowTest, ViewsFollowChangesOfTheFrameModel) {
+    // And they follow its changes.
     session.frame.setButtonPressed("Compare", true);
     EXPECT_TRUE(action("Compare")->isChecked());
     session.frame.setButtonPressed("Compare", false);
@@ -93,7 +91,6 @@ TEST_F(QtMainWindowTest, CtrlAInTheNameBoxAnalyzesAndShowsTheReport) {
     QTest::keyClick(&nameBox(), Qt::Key_A, Qt::ControlModifier);
 
     const std::string expected = headlessReport("Spleen A");
-    EXPECT_EQ(expected.rfind(titron::testing::kSpleenReportWithoutTable, 0), 0u);
     EXPECT_EQ(analyze.resultsPane().text(), expected);
     EXPECT_EQ(resultsPane().toPlainText(), toDisplayText(expected));
     EXPECT_TRUE(resultsPane().toPlainText().contains(QStringLiteral("1 in 11,503\n")));
@@ -151,8 +148,6 @@ TEST_F(QtMainWindowTest, InsertAndDeleteFollowTheGridsFocus) {
     EXPECT_EQ(analyze.focus(), documents::Control::Grid);
     EXPECT_TRUE(action("Insert")->isEnabled());
     EXPECT_TRUE(action("Delete")->isEnabled());
-    EXPECT_TRUE(window.menuAction(session::MenuItem::EditInsert)->isEnabled());
-    EXPECT_TRUE(window.menuAction(session::MenuItem::EditDelete)->isEnabled());
 
     whenModal([](QWidget* box) { QTest::keyClick(box, Qt::Key_Return); });
     platform.services().dialogs.messageBox({"T", "over the grid"});

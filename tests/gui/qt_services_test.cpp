@@ -58,7 +58,8 @@ Answer showAndPressEnter(const platform::MessageBoxRequest& request, SeenBox& se
     return dialogs.messageBox(request);
 }
 
-TEST(QtDialogsTest, MessageBoxShowsTitleTextAndIcon) {
+// The button sets the program asks with, each with every default; the icons take turns.
+TEST(QtDialogsTest, BoxesShowTheirRequestAndEnterGivesTheNumberedDefault) {
     const std::vector<std::pair<Icon, QMessageBox::Icon>> icons = {
         {Icon::None, QMessageBox::NoIcon},
         {Icon::Stop, QMessageBox::Critical},
@@ -66,25 +67,11 @@ TEST(QtDialogsTest, MessageBoxShowsTitleTextAndIcon) {
         {Icon::Exclamation, QMessageBox::Warning},
         {Icon::Information, QMessageBox::Information},
     };
-    for (const auto& [icon, qtIcon] : icons) {
-        SeenBox seen;
-        const Answer answer = showAndPressEnter(
-            {"INVALID ENTRY", "Invalid entry: f\xfcnf\r\n\r\nnext line", Buttons::Ok, icon, 1},
-            seen);
-        EXPECT_EQ(answer, Answer::Ok);
-        EXPECT_EQ(seen.title, QStringLiteral("INVALID ENTRY"));
-        EXPECT_EQ(seen.text, QString::fromUtf8("Invalid entry: f\u00fcnf\n\nnext line"));
-        EXPECT_EQ(seen.icon, qtIcon);
-    }
-}
-
-TEST(QtDialogsTest, EachButtonSetAnswersWithItsNumberedDefault) {
     struct Case {
         Buttons set;
         QList<QMessageBox::StandardButton> shown;
         std::vector<Answer> answers; // of default button 1, 2, 3
     };
-    // The sets the program asks with.
     const std::vector<Case> cases = {
         {Buttons::Ok, {QMessageBox::Ok}, {Answer::Ok}},
         {Buttons::YesNoCancel,
@@ -95,13 +82,20 @@ TEST(QtDialogsTest, EachButtonSetAnswersWithItsNumberedDefault) {
          {QMessageBox::Retry, QMessageBox::Cancel},
          {Answer::Retry, Answer::Cancel}},
     };
+    std::size_t boxes = 0;
     for (const Case& c : cases) {
         for (std::size_t i = 0; i < c.answers.size(); ++i) {
+            const auto& [icon, qtIcon] = icons[boxes++ % icons.size()];
             SeenBox seen;
-            const Answer answer = showAndPressEnter(
-                {"T", "text", c.set, Icon::Question, static_cast<int>(i) + 1}, seen);
+            const Answer answer =
+                showAndPressEnter({"INVALID ENTRY", "Invalid entry: f\xfcnf\r\n\r\nnext line",
+                                   c.set, icon, static_cast<int>(i) + 1},
+                                  seen);
             EXPECT_EQ(answer, c.answers[i])
                 << "set " << static_cast<int>(c.set) << " default " << i + 1;
+            EXPECT_EQ(seen.title, QStringLiteral("INVALID ENTRY"));
+            EXPECT_EQ(seen.text, QString::fromUtf8("Invalid entry: f\u00fcnf\n\nnext line"));
+            EXPECT_EQ(seen.icon, qtIcon);
             // The platform's style may order the buttons its own way; the set is what counts.
             EXPECT_EQ(seen.buttons.size(), c.shown.size());
             for (QMessageBox::StandardButton b : c.shown) {

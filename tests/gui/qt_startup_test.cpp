@@ -6,8 +6,6 @@
 #include <QApplication>
 #include <QGuiApplication>
 #include <QMdiSubWindow>
-#include <QScopeGuard>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
@@ -25,6 +23,7 @@
 #include "session/session.h"
 #include "shell/main_frame.h"
 #include "shell/startup.h"
+#include "tests/scratch_directory.h"
 
 namespace titron::qt {
 namespace {
@@ -34,11 +33,9 @@ namespace fs = std::filesystem;
 // Runs in a scratch directory holding a settings file, as the program reads it from its
 // current directory.
 TEST(QtStartupTest, SplashStandsWhileTheFramePlacesItselfFromTheSettings) {
-    QTemporaryDir scratch;
-    const fs::path directory = scratch.path().toStdString();
-    const fs::path previous = fs::current_path();
+    const titron::testing::ScratchDirectory scratch;
+    const fs::path& directory = scratch.path;
     fs::current_path(directory);
-    const auto restore = qScopeGuard([&previous] { fs::current_path(previous); });
     // Normal, top 720, left 1440, 6000 high, 9000 wide; the headings; widths; grid 1800.
     std::ofstream(directory / "titro.ini", std::ios::binary)
         << "0,720,1440,6000,9000\r\n\"No.\",\"Cells\",\"Wells+\",\"Wells\",\"Notes\"\r\n"

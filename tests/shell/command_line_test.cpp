@@ -13,6 +13,8 @@
 namespace titron::shell {
 namespace {
 
+using documents::testing::analysisText;
+
 // The scratch directory and its files are the document tests' fixture.
 class CommandLineTest : public documents::testing::AnalyzeFixture {
   protected:
@@ -28,7 +30,7 @@ class CommandLineTest : public documents::testing::AnalyzeFixture {
 
 const std::string kSpleen = TITRON_EXAMPLES_DIR "/spleen-a.tna";
 
-TEST_F(CommandLineTest, ReportGoesToStandardOutputWithItsFileLine) {
+TEST_F(CommandLineTest, ReportGoesToStandardOutputWithItsFileLineAndNotesToStandardError) {
     EXPECT_EQ(run({"analyze", kSpleen}), kExitReport);
     const std::string report = out.str();
     EXPECT_EQ(report.rfind("Analysis Name: Spleen A\r\nIterations:     4\r\n", 0), 0u);
@@ -38,9 +40,14 @@ TEST_F(CommandLineTest, ReportGoesToStandardOutputWithItsFileLine) {
               std::string::npos);
     EXPECT_EQ(report.substr(report.size() - 20), "4\t\t30000\t\t22\t\t24\t\t\r\n");
     EXPECT_EQ(err.str(), "");
+    // A missing name is a note on standard error; the report stands.
+    EXPECT_EQ(run({"analyze", writeFile("rows.txt", "1000\t2\t24\r\n3000\t6\t24\r\n")}),
+              kExitReport);
+    EXPECT_EQ(out.str().rfind("Analysis Name: \r\n", 0), 0u);
+    EXPECT_EQ(err.str(), "note: ANALYSIS NAME: There is no Analysis Name.\n");
 }
 
-TEST_F(CommandLineTest, BoxThatEndsTheAnalysisGoesToStandardErrorWithStatusTwo) {
+TEST_F(CommandLineTest, BoxThatEndsTheAnalysisIsStatusTwoAndAnUnreadableFileStatusOne) {
     EXPECT_EQ(run({"analyze", writeFile("bad.txt", "100\t5\t3\r\n")}), kExitBox);
     EXPECT_EQ(out.str(), "");
     EXPECT_EQ(err.str(), "INVALID RESPONSES/NUMBER TESTED: Responses is greater than Number "
@@ -51,16 +58,7 @@ TEST_F(CommandLineTest, BoxThatEndsTheAnalysisGoesToStandardErrorWithStatusTwo) 
     EXPECT_EQ(err.str(), "INVALID ENTRY: Invalid entry: five\n");
     EXPECT_EQ(run({"analyze", writeFile("big.txt", "1E400\t1\t10\r\n")}), kExitBox);
     EXPECT_EQ(err.str(), "Titron ERROR #6: An error occurred in the analysis.\n");
-}
-
-TEST_F(CommandLineTest, MissingNameIsANoteAndTheReportStands) {
-    EXPECT_EQ(run({"analyze", writeFile("rows.txt", "1000\t2\t24\r\n3000\t6\t24\r\n")}),
-              kExitReport);
-    EXPECT_EQ(out.str().rfind("Analysis Name: \r\n", 0), 0u);
-    EXPECT_EQ(err.str(), "note: ANALYSIS NAME: There is no Analysis Name.\n");
-}
-
-TEST_F(CommandLineTest, UnreadableFileIsStatusOne) {
+    // A file that can't be read is status one.
     EXPECT_EQ(run({"analyze", (directory / "none.tna").string()}), kExitUnreadable);
     EXPECT_EQ(err.str(), "Titron ERROR #File not found: An error occurred loading the data.\n");
     EXPECT_EQ(run({"analyze", directory.string()}), kExitUnreadable);
@@ -98,8 +96,8 @@ TEST_F(CommandLineTest, FileAfterOthersComesOutAsItDoesAlone) {
     }
     const std::vector<std::string> before = {
         kSpleen, writeFile("word.txt", "100\t5\t10\r\n200\tfive\t10\r\n"),
-        (directory / "missing.tna").string(), writeFile("slow.txt", "0.001\t5\t10\r\n0.002\t8\t10\r\n"),
-        writeFile("big.txt", big)};
+        (directory / "missing.tna").string(),
+        writeFile("slow.txt", "0.001\t5\t10\r\n0.002\t8\t10\r\n"), writeFile("big.txt", big)};
     // Neither a name nor a heading line: the default headings and the note must show.
     const std::string last = writeFile("last.txt", "1000\t2\t24\r\n3000\t6\t24\r\n");
 
@@ -131,13 +129,10 @@ TEST_F(CommandLineTest, TsvGivesFullPrecisionFiguresThatRoundToTheReport) {
     EXPECT_FALSE(std::getline(lines, extra));
 
     const auto fields = [](const std::string& line) {
-        std::vector<std::string> result(1);
-        for (char c : line) {
-            if (c == '\t') {
-                result.emplace_back();
-            } else {
-                result.back() += c;
-            }
+        std::vector<std::string> result;
+        std::istringstream in(line + '\t'); // every field ends in a Tab, the last empty one too
+        for (std::string field; std::getline(in, field, '\t');) {
+            result.push_back(field);
         }
         return result;
     };
@@ -198,14 +193,8 @@ TEST_F(CommandLineTest, ProgramWritesTheReportByteForByte) {
 
 // The worked pair of the comparison: -2.99573 / 0.1000 and -2.30259 / 0.2500.
 TEST_F(CommandLineTest, CompareWritesTheReportForTheChosenRowAndSkipsFilesWithoutResults) {
-    const auto results = [](const std::string& name, const std::string& log,
-                            const std::string& se) {
-        std::string text = "Analysis Name: " + name + "\r\n\r\n    Log Proportion:";
-        text += std::string(23 - log.size(), ' ') + log + "  S.E. of Log Prop.: " + se + "\r\n";
-        return text;
-    };
-    const std::string a = writeFile("A.tna", results("Spleen", "-2.30259", "0.2500"));
-    const std::string b = writeFile("b.tna", results("Base", "-2.99573", "0.1000"));
+    const std::string a = writeFile("A.tna", analysisText("Spleen", "-2.30259", "0.2500"));
+    const std::string b = writeFile("b.tna", analysisText("Base", "-2.99573", "0.1000"));
     const std::string none = writeFile("table.tna", "Analysis Name: T\r\n\r\n1\t2\t3\r\n");
     const std::string saved = (directory / "cmp.tnc").string();
     EXPECT_EQ(run({"compare", "--row", "2", "--save", saved, a, none, b}), 0);

@@ -7,13 +7,13 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include "shell/error_reporter.h"
 #include "shell/settings_file.h"
+#include "tests/scratch_directory.h"
 #include "tests/shell/recording_windows.h"
 
 namespace titron::shell::testing {
@@ -83,36 +83,6 @@ TEST(SettingsFile, FieldsAreReadInSequence) {
     EXPECT_TRUE(s.ColHeading[0] == big && s.ColHeading[1] == big && s.ColWidth[0] == 1);
 }
 
-class FakeFiles : public platform::Files {
-  public:
-    std::string name, text;
-    int failure = 0; // thrown by exists when negative, by readAll when positive
-
-    std::string readAll(const std::string&) override {
-        return failure > 0 ? throw vocabulary::Failure(failure) : text;
-    }
-    bool exists(const std::string& path) override {
-        return failure < 0 ? throw vocabulary::Failure(-failure) : path == name;
-    }
-    void writeAll(const std::string&, const std::string&) override { ADD_FAILURE(); }
-    std::vector<std::string> list(const std::string&) override { return {}; }
-    std::string currentDirectory() override { return "/"; }
-    bool setCurrentDirectory(const std::string&) override { return false; }
-};
-
-TEST(SettingsFile, OnlyAReadableTitroIniCounts) {
-    FakeFiles files;
-    files.text = "1";
-    for (const auto& [name, failure] : std::vector<std::pair<std::string, int>>{
-             {"TITRO.INI", 0}, {"titro.ini", 70}, {"titro.ini", -75}, {"titro.ini", 0}}) {
-        files.name = name;
-        files.failure = failure;
-        session::AppSettings s;
-        readSettingsFile(files, s);
-        EXPECT_EQ(s.WindowState, name == "titro.ini" && failure == 0) << name << failure;
-    }
-}
-
 const std::string missingFile = "The Cohortrak data file is missing.\r\n\r\nExit Cohortrak and "
                                 "copy the backup\r\nto the C:\\COHORTRK subdirectory.";
 
@@ -153,43 +123,25 @@ TEST(ErrorReporter, DiskFullOffersRetryByDefaultAndKeepsTheAnswer) {
 
 using Log = std::vector<std::string>;
 
-// Runs each test in a scratch directory of its own, since the settings file is looked for
-// in the current directory.
+// Each test runs in a scratch directory of its own, since the settings file is looked for in
+// the current directory.
 class StartupTest : public ::testing::Test {
   protected:
-    StartupTest()
-        : windows(platform.log), analyze(platform.services(), session),
-          startup(platform.services(), windows, session, analyze) {
-        m_previous = std::filesystem::current_path();
-        m_directory = std::filesystem::temp_directory_path() /
-                      ("titron-startup-" + std::to_string(::getpid()) + "-" +
-                       ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        std::filesystem::remove_all(m_directory);
-        std::filesystem::create_directories(m_directory);
-        std::filesystem::current_path(m_directory);
-    }
-    ~StartupTest() override {
-        std::filesystem::current_path(m_previous);
-        std::filesystem::remove_all(m_directory);
+    StartupTest() { std::filesystem::current_path(scratch.path); }
+    void writeSettings(const std::string& name, const std::string& text) {
+        std::ofstream(scratch.path / name, std::ios::binary) << text;
     }
 
-    void writeSettings(const std::string& text) {
-        std::ofstream(m_directory / "titro.ini", std::ios::binary) << text;
-    }
-    std::string directory() const { return m_directory.string(); }
-
+    titron::testing::ScratchDirectory scratch;
     LoggingPlatform platform;
-    RecordingWindows windows;
+    RecordingWindows windows{platform.log};
     session::Session session;
-    documents::Analyze analyze;
-    Startup startup;
-
-  private:
-    std::filesystem::path m_previous;
-    std::filesystem::path m_directory;
+    documents::Analyze analyze{platform.services(), session};
+    Startup startup{platform.services(), windows, session, analyze};
 };
 
 TEST_F(StartupTest, StepsRunInOrderAndLeaveANewDocument) {
+    writeSettings("TITRO.INI", "2,10,20,5000,8000\r\n"); // only "titro.ini" is read
     EXPECT_EQ(startup.run(), StartupOutcome::Ready);
     // A 15360 x 11520 screen is higher than 7500: the frame is normal and centred.
     EXPECT_EQ(platform.log, (Log{"busy", "splash", "events", "place 0 2880 2160 7200 9600",
@@ -205,7 +157,8 @@ TEST_F(StartupTest, StepsRunInOrderAndLeaveANewDocument) {
 
 TEST_F(StartupTest, SettingsFileOverlaysTheDefaultsBeforeTheFrameIsPlaced) {
     windows.screen = {7500, 9600};
-    writeSettings("2, 10, 20, 5000, 8000\r\n\"No.\",\"Dose, cells\",Hits,Wells,Notes\r\n"
+    writeSettings("titro.ini",
+                  "2, 10, 20, 5000, 8000\r\n\"No.\",\"Dose, cells\",Hits,Wells,Notes\r\n"
                   "700,0,0,0,0\r\n3000\r\n0,0\r\n");
     EXPECT_EQ(startup.run(), StartupOutcome::Ready);
     EXPECT_EQ(platform.log[3], "place 2 20 10 5000 8000");
@@ -221,16 +174,11 @@ TEST_F(StartupTest, SettingsFileOverlaysTheDefaultsBeforeTheFrameIsPlaced) {
 // and fuzz target); here negative places, widths and heights reach the frame and the grid, and
 // a "file" that is a directory is passed over.
 TEST_F(StartupTest, NoSettingsFileCanStopTheProgramFromStarting) {
-    writeSettings("-1,-1,-1,-1,-1\r\na,b,c,d,e\r\n-500,-500,-500,-500,-500\r\n-9\r\n");
+    writeSettings("titro.ini", "-1,-1,-1,-1,-1\r\na,b,c,d,e\r\n-500,-500,-500,-500,-500\r\n-9\r\n");
     EXPECT_EQ(startup.run(), StartupOutcome::Ready);
-    EXPECT_TRUE(platform.boxes().empty());
-
-    std::filesystem::remove(std::filesystem::path(directory()) / "titro.ini");
-    std::filesystem::create_directory(std::filesystem::path(directory()) / "titro.ini");
-    session::Session freshSession;
-    documents::Analyze freshAnalyze(platform.services(), freshSession);
-    EXPECT_EQ(Startup(platform.services(), windows, freshSession, freshAnalyze).run(),
-              StartupOutcome::Ready);
+    std::filesystem::remove(scratch.path / "titro.ini");
+    std::filesystem::create_directory(scratch.path / "titro.ini"); // found, but can't be read
+    EXPECT_EQ(startup.run(), StartupOutcome::Ready);
     EXPECT_TRUE(platform.boxes().empty());
 }
 
@@ -253,7 +201,7 @@ TEST_F(StartupTest, RetryRunsTheFailedStepAgainAndStartUpGoesOn) {
     EXPECT_EQ(platform.log, expected);
 }
 
-TEST_F(StartupTest, CancelOrAWarningLeavesTheProgramRunningWithoutLaterSteps) {
+TEST_F(StartupTest, CancelOrAWarningStopsTheStepsAndAStopKindFailureEndsTheProgram) {
     windows.failOnce("place", 61);
     platform.queueAnswer(platform::Answer::Cancel);
     EXPECT_EQ(startup.run(), StartupOutcome::Stopped);
@@ -265,12 +213,12 @@ TEST_F(StartupTest, CancelOrAWarningLeavesTheProgramRunningWithoutLaterSteps) {
     EXPECT_EQ(startup.run(), StartupOutcome::Stopped);
     EXPECT_EQ(platform.boxes().back().request.text, "Overflow.");
     EXPECT_EQ(std::count(platform.log.begin(), platform.log.end(), "wait 3000"), 0);
-}
 
-TEST_F(StartupTest, StopKindFailureEndsTheProgramAfterItsBox) {
+    // A failure of the stop kind ends the program after its box (the box is the reporter's
+    // test).
     windows.failOnce("splash", 53);
     EXPECT_EQ(startup.run(), StartupOutcome::EndProgram);
-    EXPECT_EQ(platform.boxes().size(), 1u); // the box is the reporter's test
+    EXPECT_EQ(platform.boxes().size(), 3u);
     EXPECT_EQ(platform.log.back(), "box Cohortrak Error #53");
 }
 

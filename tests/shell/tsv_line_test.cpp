@@ -19,18 +19,10 @@ std::string printed(double value) {
 
 // The tsv's figures are those of printf's %.17g, byte for byte, whatever the value.
 TEST(TsvLineTest, FiguresAreWrittenAsPrintfWritesThem) {
-    std::vector<double> values = {0.0,
-                                  -0.0,
-                                  0.1,
-                                  -9.3504,
-                                  1e-300,
-                                  5e-324,
-                                  1e21,
-                                  123456789012345678.0,
-                                  std::numeric_limits<double>::max(),
-                                  std::numeric_limits<double>::infinity(),
-                                  -std::numeric_limits<double>::infinity(),
-                                  std::numeric_limits<double>::quiet_NaN()};
+    constexpr double kInf = std::numeric_limits<double>::infinity();
+    std::vector<double> values = {0.0,    -0.0,   0.1,          -9.3504,
+                                  1e-300, 5e-324, 1e21,         123456789012345678.0,
+                                  kInf,   -kInf,  std::nan(""), std::numeric_limits<double>::max()};
     std::mt19937_64 random(7);
     for (int i = 0; i < 20000; ++i) {
         const std::uint64_t bits = random();

@@ -29,33 +29,27 @@ std::string closed(std::string text) {
     return closeTabs(text);
 }
 
-TEST(FormatMaskTest, RoundsHalfAwayFromZeroOnFifteenDigits) {
+TEST(FormatMaskTest, RoundsHalfAwayFromZeroGroupsAndFillsAsTheMaskSays) {
     EXPECT_EQ(formatMask(2.5, "###,###"), "3");
     EXPECT_EQ(formatMask(1234.5, "###,###"), "1,235");
     EXPECT_EQ(formatMask(0.285, "0.00"), "0.29"); // the double is 0.28499999999999998
     EXPECT_EQ(formatMask(-2.5, "#####"), "-3");
     EXPECT_EQ(formatMask(9.99996, "0.0000"), "10.0000");
     EXPECT_EQ(formatMask(0.6, "#####"), "1");
-}
-
-TEST(FormatMaskTest, ZerosForceDigitsAndTheIntegerPartIsNeverCut) {
+    // Zeros force digits; the integer part is never cut.
     EXPECT_EQ(formatMask(0.5, "#0.0000"), "0.5000");
     EXPECT_EQ(formatMask(0.5, "0.0000"), "0.5000");
     EXPECT_EQ(formatMask(0, "##0.000"), "0.000");
     EXPECT_EQ(formatMask(1234.5, "##0.000"), "1234.500");
     EXPECT_EQ(formatMask(7, "000"), "007");
     EXPECT_EQ(formatMask(0.25, "#.00"), ".25");
-}
-
-TEST(FormatMaskTest, GroupsTheWholeIntegerPart) {
+    // Groups over the whole integer part.
     EXPECT_EQ(formatMask(1234567, "###,###"), "1,234,567");
     EXPECT_EQ(formatMask(999999.5, "###,###"), "1,000,000");
     EXPECT_EQ(formatMask(1e20, "###,###"), "100,000,000,000,000,000,000");
     // Digits beyond the fifteenth are zeros of the decimal form.
     EXPECT_EQ(formatMask(1234567890123456789.0, "###,###"), "1,234,567,890,123,460,000");
-}
-
-TEST(FormatMaskTest, OnlyHashesGiveNothingForZeroAndTheSignFollowsTheValue) {
+    // Only hashes give nothing for zero; the sign follows the value.
     EXPECT_EQ(formatMask(0.3, "###,###"), "");
     EXPECT_EQ(formatMask(0, "#####"), "");
     EXPECT_EQ(formatMask(-0.3, "###,###"), "-");
@@ -70,7 +64,7 @@ TEST(FormatLongDateTest, MonthNameTwoDigitDayAndYear) {
     EXPECT_EQ(formatLongDate(2000, 12, 10), "December 10, 2000");
 }
 
-TEST(StrictNumberTest, ReadsSignsPointsExponentsAndGroupCommas) {
+TEST(StrictNumberTest, ReadsSignsPointsExponentsAndGroupCommasAndRejectsOtherText) {
     EXPECT_EQ(strictNumber("+.5"), 0.5);
     EXPECT_EQ(strictNumber("-2.5e-3"), -0.0025);
     EXPECT_EQ(strictNumber("1d+2"), 100.0);
@@ -78,9 +72,6 @@ TEST(StrictNumberTest, ReadsSignsPointsExponentsAndGroupCommas) {
     EXPECT_EQ(strictNumber("0.1"), 0.1); // the correctly rounded double
     EXPECT_EQ(strictNumber("1E-400"), 0.0);
     EXPECT_TRUE(std::signbit(strictNumber("-0")));
-}
-
-TEST(StrictNumberTest, RejectsOtherTextAndFailsOverflowSeparately) {
     for (const char* text : {"", " 1", "1 ", "abc", "12abc", "1E", "1E+", ".", "+", ",5", "1.5,0",
                              "1.2.3", "inf", "0x10", "--1"}) {
         EXPECT_EQ(failureOf([&] { strictNumber(text); }), 13) << "'" << text << "'";
@@ -99,7 +90,7 @@ TEST(WholeNumberTest, ToleranceIsStrictlyBelowOneTenBillionth) {
     EXPECT_FALSE(isWholeNumber(inf));
 }
 
-TEST(LeadingValueTest, TakesTheLeadingNumberAndSkipsBlanksTabsAndLineFeeds) {
+TEST(LeadingValueTest, TakesTheLeadingNumberOrSignedWordAndSkipsBlanksTabsAndLineFeeds) {
     EXPECT_EQ(leadingValue("12abc"), 12.0);
     EXPECT_EQ(leadingValue(" 1 2 3"), 123.0);
     EXPECT_EQ(leadingValue("0\t5"), 5.0);
@@ -112,9 +103,7 @@ TEST(LeadingValueTest, TakesTheLeadingNumberAndSkipsBlanksTabsAndLineFeeds) {
     for (const char* none : {"", "abc", "-", ".", "0,5", "--1", "&X1"}) {
         EXPECT_EQ(leadingValue(none), 0.0) << "'" << none << "'";
     }
-}
-
-TEST(LeadingValueTest, ReadsHexAndOctalAsSignedWords) {
+    // Hex and octal are signed words.
     EXPECT_EQ(leadingValue("&H1F"), 31.0);
     EXPECT_EQ(leadingValue("&O178"), 15.0);
     EXPECT_EQ(leadingValue("&HFFFF"), -1.0);
@@ -147,48 +136,34 @@ TEST(GeneralNumberTest, FixedFormInsideTheExponentRangeOtherwiseExponentForm) {
     EXPECT_EQ(generalNumber(999999999999999.9), "1E+15");
 }
 
-TEST(ReplaceTextTest, ClosesRunsAndWidensAsTheCallersUseIt) {
+TEST(ReplaceTextTest, ClosesRunsAndWidensAndFailsOnBadArguments) {
     EXPECT_EQ(replaced("\t\t\t\t\t", "\t\t", "\t"), "\t");
     EXPECT_EQ(replaced("a,b,c", ",", " "), "a b c");
     EXPECT_EQ(replaced("\t\t\t", "\t", "\t\t"), std::string(6, '\t'));
     EXPECT_EQ(replaced("no match", "\t", "\t\t"), "no match");
-}
-
-TEST(ReplaceTextTest, RejectsEmptyFindAndOverlongArguments) {
+    std::string text = "a-a-a"; // the find may view the text itself
+    replaceText(text, std::string_view(text).substr(0, 1), "bb");
+    EXPECT_EQ(text, "bb-bb-bb");
     const std::string tooLong(32768, 'x');
     EXPECT_EQ(failureOf([] { replaced("abc", "", "x"); }), 5);
     EXPECT_EQ(failureOf([&] { replaced("abc", tooLong, "x"); }), 6);
     EXPECT_EQ(failureOf([&] { replaced("abc", "a", tooLong); }), 6);
     EXPECT_EQ(replaced("ab", "b", std::string(32767, 'y')).size(), 32768u);
-}
-
-TEST(ReplaceTextTest, SearchStartBelowOneFailsAfterTheReplacementIsMade) {
-    // "abc" by "" at p = 1 gives the start 1 + 0 - 3 + 1 = -1.
-    std::string text = "abcz";
+    // A search start below 1 fails after the replacement is made: "abc" by "" at p = 1 gives
+    // the start 1 + 0 - 3 + 1 = -1.
+    text = "abcz";
     EXPECT_EQ(failureOf([&] { replaceText(text, "abc", ""); }), 5);
     EXPECT_EQ(text, "z");
 }
 
-TEST(ReplaceTextTest, FindMayViewTheTextItself) {
-    std::string text = "a-a-a";
-    replaceText(text, std::string_view(text).substr(0, 1), "bb");
-    EXPECT_EQ(text, "bb-bb-bb");
-}
-
-TEST(CloseTabsTest, HeadingRowLosesOnlyThePairAfterTheLongCell) {
+TEST(CloseTabsTest, PairsLoseATabAfterALongCellCountedFromTheLastLineEnd) {
     // Pairs at 4, 10 (marks 1, 4: short), 21 (mark 10: 11 > 9, one tab goes), 27 (mark 20).
     EXPECT_EQ(closed("Row\t\tDose\t\tResponses\t\tTested\t\tComments\r\n"),
               "Row\t\tDose\t\tResponses\tTested\t\tComments\r\n");
     EXPECT_EQ(closed("a\tb\r\nc\td"), "a\tb\r\nc\td");
     EXPECT_EQ(closed(""), "");
-}
-
-TEST(CloseTabsTest, FirstPairOfALaterLineKeepsBothTabs) {
     // The pair at 19 (cell of 10) follows a line end: m becomes 22 + 2, and 19 - 24 < 0.
     EXPECT_EQ(closed("ab\t\tcd\r\nlongcell12\t\tx\r\n"), "ab\t\tcd\r\nlongcell12\t\tx\r\n");
-}
-
-TEST(CloseTabsTest, LastLineWithoutLineEndClosesPairsAboveEleven) {
     // Without the final CR LF, m becomes 2: the pair at 10 keeps (10 - 2 = 8), the one at 14 loses.
     EXPECT_EQ(closed("ab\t\tcd\r\nx\t\tyy\t\tz"), "ab\t\tcd\r\nx\t\tyy\tz");
     EXPECT_EQ(closed("ab\t\tcd\r\nx\t\tyy\t\tz\r\n"), "ab\t\tcd\r\nx\t\tyy\t\tz\r\n");
