@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "vocabulary/failure.h"
 #include "platform/frame_windows.h"
 #include "platform/scripted_platform.h"
+#include "vocabulary/failure.h"
 
 namespace titron::shell::testing {
 
