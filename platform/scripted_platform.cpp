@@ -10,6 +10,13 @@ void ScriptedPlatform::clearTranscript() {
     m_boxes.clear();
     m_shownInputs.clear();
     m_transcript.clear();
+    m_inputCount = 0;
+}
+
+void ScriptedPlatform::record(std::string line) {
+    if (m_keepHistory) {
+        m_transcript.push_back(std::move(line));
+    }
 }
 
 Answer defaultAnswer(const MessageBoxRequest& request) {
@@ -41,7 +48,7 @@ Answer ScriptedPlatform::messageBox(const MessageBoxRequest& request) {
         m_answers.pop_front();
     }
     m_boxes.push_back({request, answer, m_busy});
-    m_transcript.push_back("box [" + request.title + "] " + request.text);
+    record("box [" + request.title + "] " + request.text);
     return answer;
 }
 
@@ -53,34 +60,37 @@ std::string ScriptedPlatform::inputBox(const InputBoxRequest& request) {
     } else if (m_inputResponder) {
         answer = m_inputResponder(request);
     }
-    m_shownInputs.push_back({request, answer});
-    m_transcript.push_back("input [" + request.title + "] " + answer);
+    ++m_inputCount;
+    if (m_keepHistory) {
+        m_shownInputs.push_back({request, answer});
+    }
+    record("input [" + request.title + "] " + answer);
     return answer;
 }
 
 void ScriptedPlatform::setBusy(bool busy) {
     m_busy = busy;
-    m_transcript.push_back(busy ? "pointer busy" : "pointer normal");
+    record(busy ? "pointer busy" : "pointer normal");
 }
 
 void ScriptedPlatform::processQueuedEvents() {
-    m_transcript.push_back("events");
+    record("events");
 }
 
 void ScriptedPlatform::wait(int milliseconds) {
-    m_transcript.push_back("wait " + std::to_string(milliseconds));
+    record("wait " + std::to_string(milliseconds));
 }
 
 void ScriptedPlatform::clear() {
     m_clipboard.clear();
     m_hasClipboardText = false;
-    m_transcript.push_back("clipboard clear");
+    record("clipboard clear");
 }
 
 void ScriptedPlatform::setText(const std::string& text) {
     m_clipboard = text;
     m_hasClipboardText = true;
-    m_transcript.push_back("clipboard text " + text);
+    record("clipboard text " + text);
 }
 
 bool ScriptedPlatform::showFileDialog(const char* kind, CommonDialog& dialog) {
@@ -89,10 +99,9 @@ bool ScriptedPlatform::showFileDialog(const char* kind, CommonDialog& dialog) {
         choice = m_fileChoices.front();
         m_fileChoices.pop_front();
     }
-    m_transcript.push_back(std::string(kind) + " dialog [" + dialog.dialogTitle + "] flags " +
-                           std::to_string(dialog.flags) + " ext " + dialog.defaultExt + " filter " +
-                           dialog.filter + " file " + dialog.fileName +
-                           (choice ? " -> " + *choice : " -> cancelled"));
+    record(std::string(kind) + " dialog [" + dialog.dialogTitle + "] flags " +
+           std::to_string(dialog.flags) + " ext " + dialog.defaultExt + " filter " + dialog.filter +
+           " file " + dialog.fileName + (choice ? " -> " + *choice : " -> cancelled"));
     if (!choice) {
         return false;
     }
@@ -118,13 +127,13 @@ bool ScriptedPlatform::showPrinter(CommonDialog& dialog) {
         accepted = m_printerChoices.front();
         m_printerChoices.pop_front();
     }
-    m_transcript.push_back("printer dialog flags " + std::to_string(dialog.flags) +
-                           (accepted ? " -> accepted" : " -> cancelled"));
+    record("printer dialog flags " + std::to_string(dialog.flags) +
+           (accepted ? " -> accepted" : " -> cancelled"));
     return accepted;
 }
 
 void ScriptedPlatform::recordPrinter(const std::string& operation) {
-    m_transcript.push_back("printer " + operation);
+    record("printer " + operation);
 }
 
 void ScriptedPlatform::setLeftOrigin(int twips) {

@@ -57,8 +57,13 @@ class ScriptedPlatform : public Dialogs,
     // The outcome of the next printer dialogs; with none queued a printer dialog is cancelled.
     void queuePrinterChoice(bool accepted) { m_printerChoices.push_back(accepted); }
 
+    // Off, only the boxes are kept, and the input boxes are counted: a caller that answers
+    // input boxes without end (the command line's passes) keeps its memory flat.
+    void keepHistory(bool keep) { m_keepHistory = keep; }
+
     const std::vector<ShownBox>& boxes() const { return m_boxes; }
     const std::vector<ShownInput>& inputs() const { return m_shownInputs; }
+    std::size_t inputCount() const { return m_inputCount; }
     // Everything that happened, one readable line per call, in order.
     const std::vector<std::string>& transcript() const { return m_transcript; }
     bool pointerBusy() const { return m_busy; }
@@ -94,6 +99,7 @@ class ScriptedPlatform : public Dialogs,
 
   private:
     bool showFileDialog(const char* kind, CommonDialog& dialog);
+    void record(std::string line);
     void recordPrinter(const std::string& operation);
 
     LocalFiles m_files;
@@ -104,6 +110,8 @@ class ScriptedPlatform : public Dialogs,
     std::vector<ShownBox> m_boxes;
     std::vector<ShownInput> m_shownInputs;
     std::vector<std::string> m_transcript;
+    std::size_t m_inputCount = 0;
+    bool m_keepHistory = true;
     bool m_busy = false;
     std::string m_clipboard;
     bool m_hasClipboardText = false;

@@ -51,9 +51,9 @@ constexpr const char* kUsage =
     "analysis has no name; the loading failure of a file that cannot be read. With several\n"
     "files each line starts with the file.\n"
     "\n"
-    "Exit status: 0 report; 1 a file could not be read (or OUT not written); 2 a box ended\n"
-    "the analysis; 3 no convergence within N passes; 64 wrong usage. With several files\n"
-    "the highest status of theirs.\n"
+    "Exit status: 0 report; 1 a file could not be read (or OUT or standard output not\n"
+    "written); 2 a box ended the analysis; 3 no convergence within N passes; 64 wrong\n"
+    "usage. With several files the highest status of theirs.\n"
     "\n"
     "compare: compares saved analyses as the window's Compare does. Each FILE is added\n"
     "as its Open/Append command adds one (the file cell is the path as given, in lower\n"
@@ -134,8 +134,9 @@ bool takeFileArgument(const std::vector<std::string>& arguments, std::size_t& i,
     return true;
 }
 
-int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
-                   std::ostream& err) {
+namespace {
+
+int runCommand(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
     const bool wantsHelp =
         std::find(arguments.begin(), arguments.end(), "--help") != arguments.end() ||
         std::find(arguments.begin(), arguments.end(), "-h") != arguments.end();
@@ -185,6 +186,20 @@ int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
         worst = std::max(worst, result.status);
     }
     return worst;
+}
+
+} // namespace
+
+int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
+                   std::ostream& err) {
+    const int status = runCommand(arguments, out, err);
+    // A full disk or a closed pipe cuts the output: that must not pass for a whole report.
+    out.flush();
+    if (!out) {
+        err << "titron-cli: standard output could not be written; the output is incomplete\n";
+        return std::max(status, kExitUnreadable);
+    }
+    return status;
 }
 
 } // namespace titron::shell

@@ -36,8 +36,10 @@ std::string absolutePath(const std::string& file,
 
 FileAnalyzer::FileAnalyzer(FileRequest request)
     : m_request(std::move(request)), m_analyze(m_platform.services(), m_session) {
+    m_platform.keepHistory(false);
     m_platform.setInputResponder([this](const platform::InputBoxRequest&) -> std::string {
-        if (m_passesAllowed + analysis::kPassesPerRound <= m_request.passes) {
+        // The difference, not the sum: near the largest --passes a sum would overflow.
+        if (m_request.passes - m_passesAllowed >= analysis::kPassesPerRound) {
             m_passesAllowed += analysis::kPassesPerRound;
             return "20";
         }
@@ -91,7 +93,7 @@ FileResult FileAnalyzer::analyze(const std::string& path, std::ostream& out, std
         result.outcome = run.box.title;
         break;
     case documents::AnalysisRun::Ending::NoConvergence:
-        result.passes = m_platform.inputs().empty() ? 0 : m_passesAllowed;
+        result.passes = m_platform.inputCount() == 0 ? 0 : m_passesAllowed;
         err << errPrefix << "no convergence after " << m_passesAllowed
             << " passes (see --passes); no report\n";
         result.status = kExitNoConvergence;

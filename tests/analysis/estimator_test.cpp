@@ -89,6 +89,17 @@ TEST(EstimatorTest, RowsBeyondTheWeightedRangeEndAtLogProportionZeroAfterSevenPa
     EXPECT_LT(*f.devianceP, 0.001);
 }
 
+// The weight's window includes eta = 5. The tiny dose puts both rows beyond the window at the
+// first pass, so the log proportion becomes 0 and the first row's eta ln(e^5) = 5 exactly.
+TEST(EstimatorTest, RowAtEtaFiveExactlyStillCarriesWeight) {
+    ASSERT_EQ(std::log(std::exp(5.0)), 5.0);
+    Answers none;
+    const Estimate e =
+        estimateLogProportion(table({{std::exp(5.0), 3, 10}, {1e-300, 1, 10}}), none.question());
+    EXPECT_EQ(e.logProportion, 0.0);
+    EXPECT_GT(e.sumWeight, 0.0);
+}
+
 // A proportion above one: the start value near 6.6 is halved at each pass, and after 20
 // passes the question asks for more. 0 stops; more passes are counted on and the next
 // question shows the total; five more are enough (the estimate settles at pass 25); a

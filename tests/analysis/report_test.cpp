@@ -91,6 +91,12 @@ TEST(ReportTextTest, FieldsKeepTheirColumnsAndEdgeValuesPrintAsTheyAre) {
              f.df = 9;
          },
          "Freedom:       9\r\n"},
+        // The row count, not the degrees of freedom, sets the blanks: 101 rows take one less.
+        {[](Figures& f) {
+             f.rows = 101;
+             f.df = 100;
+         },
+         "Freedom:     100\r\n"},
         // A frequency of 0.4 rounds to nothing; a proportion that prints as zero keeps its
         // frequency in full.
         {[](Figures& f) { f.upperLimit = 2.5; }, "Upper Frequency:     1 in \r\n"},

@@ -167,14 +167,14 @@ TEST_F(AnalysisFileTest, AppendAddsRowsBelowNoReplacesThemAndCancelChangesNothin
     analyze.nameBox().setText("First");
     session.AnalysisFile = path("first.tna");
     platform.queueAnswer(Answer::Yes);
-    ASSERT_EQ(open("more.tna", "Analysis Name: Second\r\n\r\nRow\t\tDose\t\tResponses\t"
+    ASSERT_EQ(open("more.tna", "Analysis Name:   Second  \r\n\r\nRow\t\tDose\t\tResponses\t"
                                "Tested\t\tComments\r\n1\t\t50000\t\t23\t\t24\t\t\r\n\r\n"),
               LoadOutcome::Loaded);
     expectBox("APPEND DATA?", "Append this data to the existing data?");
     EXPECT_EQ(boxes()[0].request.buttons, platform::Buttons::YesNoCancel);
     EXPECT_EQ(boxes()[0].request.icon, platform::Icon::Question);
     EXPECT_EQ(boxes()[0].request.defaultButton, 2);
-    EXPECT_EQ(analyze.nameBox().text(), "First / Second");
+    EXPECT_EQ(analyze.nameBox().text(), "First / Second"); // the file's name trimmed
     EXPECT_EQ(rows(0, 0) + rows(4, 6), kHeadings + "4|30000|22|24|\n5|50000|23|24|\n6||||\n");
     EXPECT_EQ(pane(), kEmptyResults);
     EXPECT_EQ(session.AnalysisChanged, session::kChanged);
@@ -198,6 +198,16 @@ TEST_F(AnalysisFileTest, AppendAddsRowsBelowNoReplacesThemAndCancelChangesNothin
     EXPECT_EQ(pane(), kEmptyResults);
     EXPECT_EQ(caption(), captionOf("empty.tna"));
     EXPECT_EQ(session.AnalysisChanged, session::kUnchanged);
+
+    // Below 20 rows, 86 lines fit only when the limit grows by the start row too.
+    type(std::vector<testing::Row>(20, {"1", "1", "2", ""}));
+    std::string lines;
+    for (int i = 1; i <= 86; ++i) {
+        lines += std::to_string(i) + "\t1\t2\r\n";
+    }
+    platform.queueAnswer(Answer::Yes);
+    ASSERT_EQ(open("86.txt", lines), LoadOutcome::Loaded);
+    EXPECT_EQ(rows(106, 106), "106|86|1|2|\n");
 }
 
 // Whatever the path, a file that can't be taken ends in the loading failure box and the

@@ -185,6 +185,19 @@ TEST_F(DocumentCommandsTest, EditingAfterAnUnsavedAnalysisSavesTheOldReportNotTh
     EXPECT_TRUE(changed());
 }
 
+// The text is composed before the dialog: a table saved under a new name keeps the file line
+// of the path it had, and a document without a path gets none.
+TEST_F(DocumentCommandsTest, SavedTableNamesThePathItHadBeforeTheDialog) {
+    typeFourRowExample();
+    saveAs("first.tna");
+    EXPECT_EQ(readFile("first.tna").rfind("Row\t\tDose", 0), 0u);
+    saveAs("second.tna");
+    // Both sides lower-cased: the path's case is not at stake here.
+    const std::string second = vocabulary::lowerCase(readFile("second.tna"));
+    const std::string fileLine = "titron analysis file: [" + path("first.tna") + "]\r\n";
+    EXPECT_EQ(second.rfind(vocabulary::lowerCase(fileLine), 0), 0u);
+}
+
 TEST_F(DocumentCommandsTest, PastedNameWithQuoteAndCommaShowsBothBoxesAndKeepsTheFocus) {
     analyze.setFocus(Control::AnalysisName);
     analyze.nameBox().setText("A \"b\", c");

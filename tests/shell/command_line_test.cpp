@@ -1,9 +1,13 @@
 #include "shell/command_line.h"
 
 #include <cstdio>
+#include <filesystem>
 #include <sstream>
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <spawn.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 
 #include "tests/documents/analyze_fixture.h"
@@ -29,6 +33,30 @@ class CommandLineTest : public documents::testing::AnalyzeFixture {
 };
 
 const std::string kSpleen = TITRON_EXAMPLES_DIR "/spleen-a.tna";
+
+// Runs the installed program, its output thrown away; its exit status and peak memory in KiB.
+std::pair<int, long> runProgram(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), TITRON_CLI_PATH);
+    std::vector<char*> argv;
+    for (std::string& argument : arguments) {
+        argv.push_back(argument.data());
+    }
+    argv.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
+    pid_t pid = 0;
+    const int failed = posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), nullptr);
+    posix_spawn_file_actions_destroy(&actions);
+    if (failed != 0) {
+        return {-1, 0};
+    }
+    int status = 0;
+    rusage usage{};
+    ::wait4(pid, &status, 0, &usage);
+    return {WEXITSTATUS(status), usage.ru_maxrss};
+}
 
 TEST_F(CommandLineTest, ReportGoesToStandardOutputWithItsFileLineAndNotesToStandardError) {
     EXPECT_EQ(run({"analyze", kSpleen}), kExitReport);
@@ -174,6 +202,16 @@ TEST_F(CommandLineTest, UsageErrorsAndHelp) {
     EXPECT_EQ(out.str(), "");
 }
 
+TEST_F(CommandLineTest, MemoryStaysFlatHoweverManyPassesAreAllowed) {
+    // This assay's estimate never settles: every pass allowed is made.
+    const std::string endless = writeFile("endless.txt", "16\t4\t25\r\n93771700\t0\t12\r\n");
+    const auto [fewStatus, few] = runProgram({"analyze", "--passes", "20", endless});
+    const auto [manyStatus, many] = runProgram({"analyze", "--passes", "1000000", endless});
+    EXPECT_EQ(fewStatus, kExitNoConvergence);
+    EXPECT_EQ(manyStatus, kExitNoConvergence);
+    EXPECT_LT(many - few, 4096);
+}
+
 // The installed program writes the very bytes of the pane: CR LF line ends survive.
 TEST_F(CommandLineTest, ProgramWritesTheReportByteForByte) {
     EXPECT_EQ(run({"analyze", kSpleen}), kExitReport);
@@ -189,6 +227,30 @@ TEST_F(CommandLineTest, ProgramWritesTheReportByteForByte) {
     const int status = ::pclose(pipe);
     EXPECT_EQ(WEXITSTATUS(status), 0);
     EXPECT_EQ(actual, expected);
+}
+
+// A full disk cuts the output: both commands fail with a message instead of passing the cut
+// report for a whole one.
+TEST_F(CommandLineTest, OutputThatCannotBeWrittenIsStatusOne) {
+    const std::string message =
+        "titron-cli: standard output could not be written; the output is incomplete\n";
+    std::ostream broken(nullptr);
+    EXPECT_EQ(runCommandLine({"analyze", kSpleen}, broken, err), kExitUnreadable);
+    EXPECT_EQ(err.str(), message);
+    if (!std::filesystem::exists("/dev/full")) {
+        GTEST_SKIP() << "no /dev/full";
+    }
+    const std::string saved = writeFile("A.tna", analysisText("Spleen", "-2.30259", "0.2500"));
+    for (const auto& [command, file] : {std::pair{"analyze", kSpleen}, {"compare", saved}}) {
+        const std::string line =
+            std::string("'") + TITRON_CLI_PATH + "' " + command + " '" + file + "' 2>&1 >/dev/full";
+        FILE* pipe = ::popen(line.c_str(), "r");
+        ASSERT_NE(pipe, nullptr);
+        std::string stderrText(4096, '\0');
+        stderrText.resize(std::fread(stderrText.data(), 1, stderrText.size(), pipe));
+        EXPECT_EQ(WEXITSTATUS(::pclose(pipe)), kExitUnreadable) << command;
+        EXPECT_EQ(stderrText, message) << command;
+    }
 }
 
 // The worked pair of the comparison: -2.99573 / 0.1000 and -2.30259 / 0.2500.
