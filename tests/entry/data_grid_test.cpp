@@ -93,6 +93,17 @@ TEST_F(DataGridTest, CursorGrowsTheTableInStepsOfHundredUpTo1500WhereColumnOneSh
     grid().setRowLimit(2000);
     grid().userMoveTo(1, 1995);
     EXPECT_EQ(grid().rowLimit(), 2000);
+
+    // A limit off the hundreds, as row inserts leave one, takes its last step past 1,500.
+    grid().userMoveTo(1, 1);
+    grid().setRowLimit(1405);
+    grid().userMoveTo(1, 1394);
+    EXPECT_EQ(grid().rowLimit(), 1405);
+    grid().userMoveTo(1, 1395);
+    EXPECT_EQ(grid().rowLimit(), 1505);
+    EXPECT_EQ(cell(0, 1505), "1505");
+    grid().userMoveTo(2, 1504);
+    EXPECT_EQ(grid().rowLimit(), 1505);
 }
 
 TEST_F(DataGridTest, DeleteKeyClearsTargetAndAlwaysMarksResultsOutOfDate) {
@@ -195,10 +206,7 @@ TEST_F(DataGridTest, FillCopiesTheTopCellDownTheBlockOnly) {
     EXPECT_EQ(cell(1, 6), "100");
 }
 
-TEST_F(DataGridTest, BlockCommandsNeitherMarkTheDocumentNorTouchTheReport) {
-    const std::string report(60, 'r');
-    analyze.resultsPane().setText(report);
-    session.AnalysisChanged = session::kUnchanged;
+TEST_F(DataGridTest, BlockCommandsWorkOnTheSelectionAndAskNothing) {
     type({{"1", "2", "3", "a"}, {"4", "5", "6", "b"}});
     grid().userSelect({1, 1, 2, 2});
     analyze.dropCopy();
@@ -214,11 +222,67 @@ TEST_F(DataGridTest, BlockCommandsNeitherMarkTheDocumentNorTouchTheReport) {
     analyze.dropPaste();
     EXPECT_EQ(cell(1, 5), "3");
     EXPECT_EQ(cell(2, 5), "a");
-    grid().userSelect({1, 5, 1, 6});
-    analyze.dropFill();
-    EXPECT_EQ(pane(), report);
-    EXPECT_EQ(session.AnalysisChanged, session::kUnchanged);
     EXPECT_TRUE(boxes().empty());
+}
+
+// Every command that changes a cell takes the report of an opened analysis off the pane and
+// marks the document changed, as typing does; copying changes nothing.
+TEST_F(DataGridTest, EveryCommandThatChangesCellsMarksTheOpenedAnalysisChanged) {
+    typeFourRowExample();
+    analyze.analyze();
+    const std::string file = path("saved.tna");
+    ASSERT_TRUE(analyze.saveDocument(file));
+    const auto reopen = [&] {
+        ASSERT_EQ(analyze.openDocument(file), LoadOutcome::Loaded);
+        ASSERT_TRUE(analyze.reportPresent());
+        ASSERT_EQ(session.AnalysisChanged, session::kUnchanged);
+        platform.setText("5000");
+        grid().userMoveTo(1, 1);
+    };
+    const auto expectOutOfDate = [&](const char* command) {
+        EXPECT_EQ(pane(), kEmptyResults) << command;
+        EXPECT_EQ(session.AnalysisChanged, session::kChanged) << command;
+    };
+    reopen();
+    grid().userSelect({1, 1, 2, 2});
+    analyze.dropCopy();
+    grid().userKeyDown(key::C, entry::CtrlKey);
+    EXPECT_TRUE(analyze.reportPresent());
+    EXPECT_EQ(session.AnalysisChanged, session::kUnchanged);
+
+    reopen();
+    grid().userKeyDown(key::V, entry::CtrlKey);
+    EXPECT_EQ(cell(1, 1), "5000");
+    expectOutOfDate("Ctrl+V");
+    reopen();
+    grid().userKeyDown(key::X, entry::CtrlKey);
+    EXPECT_EQ(cell(1, 1), "");
+    expectOutOfDate("Ctrl+X");
+    reopen();
+    analyze.dropPaste();
+    expectOutOfDate("paste");
+    reopen();
+    analyze.dropCut();
+    expectOutOfDate("cut");
+    reopen();
+    grid().userSelect({2, 1, 2, 3});
+    analyze.dropDelete();
+    expectOutOfDate("delete");
+    reopen();
+    grid().userSelect({3, 1, 3, 4});
+    analyze.dropFill();
+    expectOutOfDate("fill");
+    reopen();
+    grid().userKeyDown(key::Delete, 0);
+    expectOutOfDate("Delete key");
+    session.settings.ConfirmInsert = false;
+    session.settings.ConfirmDelete = false;
+    reopen();
+    analyze.editInsert();
+    expectOutOfDate("insert row");
+    reopen();
+    analyze.editDelete();
+    expectOutOfDate("delete row");
 }
 
 TEST_F(DataGridTest, PastingAnyShapeOfTextStaysInsideTheGrid) {
