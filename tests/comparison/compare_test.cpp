@@ -132,6 +132,12 @@ TEST_F(CompareStatisticsTest, ReportLinesKeepTheirColumnsAndPushRightWhenTooWide
     EXPECT_EQ(lines[9].substr(0, 34), "~en control.tna  Spleen, day~rol  ");
     EXPECT_EQ(lines[9].substr(34), "-13.00000  0.10000    10.00427   22120.7198916765.59488 to "
                                    "29186.333800.0001    0.0001");
+    // A log proportion of 12 characters moves the standard error, which keeps its own field.
+    grid.setCell(column::LogProportion, 2, "-12345.67890");
+    const std::string wide = buildReport(grid);
+    EXPECT_NE(wide.find("\r\nc:\\data\\a.tna    Spleen           -12345.678900.25000    "
+                        "-0.69314   0.50000    0.29497 to 0.84756      0.0051    0.0101\r\n"),
+              std::string::npos);
 }
 
 TEST_F(CompareStatisticsTest, FieldsCutAtSixteenCharactersAndAnEmptyGridHasItsHead) {
