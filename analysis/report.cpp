@@ -78,7 +78,7 @@ void appendChiSquareLine(std::string& text, std::string_view label, int gap, dou
 
 void appendFileLine(std::string& text, std::string_view analysisFile) {
     text += "Titron Analysis File: [";
-    text += vocabulary::lowerCase(analysisFile);
+    text += analysisFile;
     text += "]";
     appendLineEnd(text);
     appendLineEnd(text);

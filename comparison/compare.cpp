@@ -120,9 +120,13 @@ void Compare::deactivate() {
 
 // Every analysis file of the current directory with results, in the order the file
 // system lists them. A file that can't be read or holds no results is passed over; the
-// table grows past its first hundred rows as far as the files go.
+// table grows past its first hundred rows as far as the files go. A row's file cell is the
+// file's path in the directory listed, which Open/Append would give for the same file.
 void Compare::scan() {
-    const std::string directory = vocabulary::lowerCase(m_session.LastDirectory) + "/";
+    std::string directory = m_platform.files.currentDirectory();
+    if (directory.empty() || directory.back() != '/') {
+        directory += '/';
+    }
     int row = 0;
     for (const std::string& name : m_platform.files.list("*.tna")) {
         std::string text;
@@ -232,7 +236,7 @@ AddOutcome Compare::appendRow(const std::string& path) {
         m_grid.addressCell(1, 1);
         m_grid.activate();
     }
-    writeRow(row, vocabulary::lowerCase(path), text);
+    writeRow(row, path, text);
     return AddOutcome::Added;
 }
 

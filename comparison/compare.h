@@ -47,7 +47,7 @@ class Compare {
     void saveFile();
 
     // What openFile does once its dialog has given the path: the file's row at the end,
-    // its file cell the lower-cased path; the comparison row stays unless this is the first.
+    // its file cell the path as given; the comparison row stays unless this is the first.
     AddOutcome addFile(const std::string& path);
     // The same for several files, in order, with the tests made once at the end: every row
     // comes out as with one addFile after the other, since the tests are made afresh.

@@ -48,19 +48,24 @@ std::string figure(const std::string& cell) {
     }
 }
 
-// File, name, log proportion and (unpadded) standard error of a row.
+// File, name and log proportion of a row, each in its field.
 std::string rowStart(const entry::Grid& grid, int row) {
     return padded(fileField(grid.cell(column::File, row)), 17) +
            padded(nameField(grid.cell(column::Name, row)), 17) +
-           padded(figure(grid.cell(column::LogProportion, row)), 11) +
-           figure(grid.cell(column::StandardError, row));
+           padded(figure(grid.cell(column::LogProportion, row)), 11);
 }
 
+std::string standardError(const entry::Grid& grid, int row) {
+    return figure(grid.cell(column::StandardError, row));
+}
+
+// Every field in its own width, so that one too wide pushes the rest right by its excess.
 std::string dataLine(const entry::Grid& grid, int row) {
     const auto trimmed = [&](int col) { return vocabulary::trimSpaces(grid.cell(col, row)); };
-    return padded(rowStart(grid, row), 56) + padded(grid.cell(column::Difference, row), 11) +
-           padded(trimmed(column::Ratio), 11) + padded(trimmed(column::Interval), 24) +
-           padded(trimmed(column::OneTailed), 10) + trimmed(column::TwoTailed);
+    return rowStart(grid, row) + padded(standardError(grid, row), 11) +
+           padded(grid.cell(column::Difference, row), 11) + padded(trimmed(column::Ratio), 11) +
+           padded(trimmed(column::Interval), 24) + padded(trimmed(column::OneTailed), 10) +
+           trimmed(column::TwoTailed);
 }
 
 } // namespace
@@ -92,7 +97,7 @@ std::string buildReport(entry::Grid& grid) {
         report += kLineEnd;
     }
     const int comparisonRow = grid.activeRow();
-    report += rowStart(grid, comparisonRow);
+    report += rowStart(grid, comparisonRow) + standardError(grid, comparisonRow);
     report += kLineEnd;
     report += std::string(kRuleWidth, '=') + kLineEnd;
     const int rows = grid.dataRowCount();

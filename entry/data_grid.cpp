@@ -112,8 +112,6 @@ void DataGrid::onKeyDown(int keyCode, int shift) {
     }
 }
 
-// The table grows as soon as the cursor enters one of its last 11 rows, 100 rows at a
-// time up to 1500. Row inserts can leave a limit off the hundreds; growth still stops at 1500.
 // The block's rows, or all rows 1 to the row limit when its row bound is -1.
 void DataGrid::addressRowsOf(const CellBlock& block) {
     if (block.row == -1) {
@@ -125,6 +123,9 @@ void DataGrid::addressRowsOf(const CellBlock& block) {
     }
 }
 
+// The table grows as soon as the cursor enters one of its last 11 rows, by 100 rows while it
+// has fewer than 1500. Row inserts can leave a limit off the hundreds (1405), which then
+// grows past 1500 (to 1505) with its last step.
 void DataGrid::onLeavingCell(int newCol, int newRow) {
     m_grid.addressCell(newCol, newRow);
     const int limit = m_grid.rowLimit();
@@ -132,7 +133,7 @@ void DataGrid::onLeavingCell(int newCol, int newRow) {
         return;
     }
     if (limit < kMaxCursorRows) {
-        m_grid.setRowLimit(std::min(limit + kRowGrowthStep, kMaxCursorRows));
+        m_grid.setRowLimit(limit + kRowGrowthStep);
         numberRows();
     } else if (newRow == kMaxCursorRows && newCol == 1) {
         m_platform.dialogs.messageBox({kMaxRowsTitle, kMaxRowsText});
@@ -240,8 +241,19 @@ void DataGrid::editDelete() {
 
 // --- Block commands ---------------------------------------------------------------------------
 
+// The block the commands work on: the selection, or the active cell when no block is selected.
+CellBlock DataGrid::commandTarget() const {
+    if (m_grid.blockSelected()) {
+        return m_grid.selection();
+    }
+    return CellBlock{m_grid.activeCol(), m_grid.activeRow(), m_grid.activeCol(),
+                     m_grid.activeRow()};
+}
+
+// The commands that change cells count as the user's changes, as typing does.
 void DataGrid::dropCut() {
     m_grid.clipboardCut(m_platform.clipboard);
+    m_grid.userChangedCells(commandTarget());
 }
 
 void DataGrid::dropCopy() {
@@ -249,10 +261,14 @@ void DataGrid::dropCopy() {
 }
 
 void DataGrid::dropPaste() {
+    if (!m_platform.clipboard.hasText()) {
+        return;
+    }
     m_grid.clipboardPaste(m_platform.clipboard);
     if (m_grid.selection().col == -1) {
         numberRows();
     }
+    m_grid.userChangedCells(commandTarget());
 }
 
 // The selection's bounds go to the grid as they are, -1 included.
@@ -262,6 +278,7 @@ void DataGrid::dropDelete() {
     m_grid.addressBlock(s.col, s.row, s.col2, s.row2);
     m_grid.clear();
     m_grid.setBlockMode(false);
+    m_grid.userChangedCells(s);
 }
 
 // Copies the block's top cell down the block: a constant, never a series.
@@ -271,6 +288,7 @@ void DataGrid::dropFill() {
     for (int row = s.row; row <= s.row2; ++row) {
         m_grid.setCell(s.col, row, value);
     }
+    m_grid.userChangedCells(s);
 }
 
 } // namespace titron::entry

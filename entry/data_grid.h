@@ -14,7 +14,8 @@ namespace titron::entry {
 // The table grows by this many rows when the cursor enters one of its last rows...
 inline constexpr int kRowGrowthStep = 100;
 inline constexpr int kRowsNearEnd = 11;
-// ...up to this many rows; entering the last of them in column 1 brings a box.
+// ...while it has fewer rows than this; once it has as many, entering this row in column 1
+// brings a box.
 inline constexpr int kMaxCursorRows = 1500;
 // Typed length limits of the number columns and of the comments.
 inline constexpr std::size_t kNumberTypedLimit = 30;
@@ -39,7 +40,8 @@ class DataGrid {
     void editInsert();
     void editDelete();
 
-    // The pop-up menu's block commands; none asks anything or marks the document changed.
+    // The pop-up menu's block commands; none asks anything. Those that change cells raise
+    // the grid's cell changed, as an edit does.
     void dropCut();
     void dropCopy();
     void dropPaste();
@@ -54,6 +56,7 @@ class DataGrid {
     void onFocusGained();
     void onFocusLost();
     void addressRowsOf(const CellBlock& block);
+    CellBlock commandTarget() const;
     void colourDataCells();
     bool confirm(bool ask, const std::string& prompt, const std::string& title);
 

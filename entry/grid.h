@@ -41,7 +41,9 @@ enum KeyShift : int { ShiftNone = 0, ShiftKey = 1, CtrlKey = 2, AltKey = 4 };
 
 // The events of the grid, set by the window that owns it.
 struct GridEvents {
-    // After the user edited a cell (not when code writes one).
+    // After the user changed a cell: an edit, or a command that changes cells (cut, paste,
+    // and the window's own block commands); for a block, its top left cell. Never when code
+    // writes a cell.
     std::function<void(int col, int row)> cellChanged;
     // Before the cursor moves; setting cancel keeps it where it is.
     std::function<void(int col, int row, int newCol, int newRow, bool& cancel)> leavingCell;
@@ -146,7 +148,8 @@ class Grid {
 
     // Clipboard verbs on the selection (or the active cell when no block is selected), in
     // the clip layout. Paste writes all of the clipboard's text from the block's top left
-    // cell, cut off at the grid's edges. None of them raises cell changed.
+    // cell, cut off at the grid's edges. None of them raises cell changed: the user's keys
+    // do (userKeyDown), as userChangedCells does for a window's command.
     void clipboardCopy(platform::Clipboard& clipboard) const;
     void clipboardCut(platform::Clipboard& clipboard);
     void clipboardPaste(platform::Clipboard& clipboard);
@@ -204,6 +207,9 @@ class Grid {
     void userCommitEdit();
     void userCancelEdit();
     void userSelect(const CellBlock& block);
+    // A command of the window changed the block's cells for the user (clear, fill, the
+    // pop-up's cut and paste): raises cell changed for the block's top left cell.
+    void userChangedCells(const CellBlock& block);
     void userRightClick(int clickType, int col, int row, int x, int y);
     void userFocusGained();
     void userFocusLost();

@@ -1,11 +1,9 @@
 #include "session/session.h"
 
-#include "vocabulary/text_routines.h"
-
 namespace titron::session {
 
 std::string captionWithFile(const std::string& path) {
-    return std::string(kProgramTitle) + " - [" + vocabulary::lowerCase(path) + "]";
+    return std::string(kProgramTitle) + " - [" + path + "]";
 }
 
 } // namespace titron::session

@@ -28,7 +28,8 @@ struct Session {
     FrameModel frame; // the menu bar, the toolbar and the grid's pop-up menu
 };
 
-// "Titron - [path]" with the path in lower case.
+// "Titron - [path]", the path as given: on a file system that tells case apart, another
+// case names another file.
 std::string captionWithFile(const std::string& path);
 
 } // namespace titron::session

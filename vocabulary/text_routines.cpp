@@ -166,17 +166,6 @@ std::string& removeChar(std::string& text, std::int16_t code) {
     return text;
 }
 
-std::string lowerCase(std::string_view text) {
-    std::string result(text);
-    for (char& ch : result) {
-        const auto u = static_cast<unsigned char>(ch);
-        if ((u >= 'A' && u <= 'Z') || (u >= 0xC0 && u <= 0xDE && u != 0xD7)) {
-            ch = static_cast<char>(u + 0x20);
-        }
-    }
-    return result;
-}
-
 std::string trimSpaces(std::string_view text) {
     const std::size_t first = text.find_first_not_of(' ');
     if (first == std::string_view::npos) {

@@ -25,9 +25,6 @@ std::string& closeTabs(std::string& text);
 // 0..255 match nothing.
 std::string& removeChar(std::string& text, std::int16_t code);
 
-// Lower case of Latin-1 text: A-Z and the accented capitals 0xC0-0xDE (but 0xD7).
-std::string lowerCase(std::string_view text);
-
 // The text without the spaces (code 32) at its two ends.
 std::string trimSpaces(std::string_view text);
 

@@ -27,9 +27,9 @@ TEST(ReportTextTest, FourRowExampleWithoutItsTableIsExact) {
               std::string(titron::testing::kSpleenReportWithoutTable) + "TABLE\r\n");
 }
 
-TEST(ReportTextTest, NameAsTypedAndTheFileInLowerCaseBeforeTheTable) {
+TEST(ReportTextTest, NameAsTypedAndTheFileAsGivenBeforeTheTable) {
     const std::string text = reportText(fourRowFigures(), "A", "/Data/Run 1.TNA", "T\r\n");
-    EXPECT_NE(text.find("END\r\n\r\nTitron Analysis File: [/data/run 1.tna]\r\n\r\nT\r\n"),
+    EXPECT_NE(text.find("END\r\n\r\nTitron Analysis File: [/Data/Run 1.TNA]\r\n\r\nT\r\n"),
               std::string::npos);
     // The name is printed as typed, blanks and all.
     EXPECT_EQ(reportText(fourRowFigures(), "  two  blanks ", "", "")

@@ -132,6 +132,12 @@ TEST_F(CompareStatisticsTest, ReportLinesKeepTheirColumnsAndPushRightWhenTooWide
     EXPECT_EQ(lines[9].substr(0, 34), "~en control.tna  Spleen, day~rol  ");
     EXPECT_EQ(lines[9].substr(34), "-13.00000  0.10000    10.00427   22120.7198916765.59488 to "
                                    "29186.333800.0001    0.0001");
+    // A log proportion of 12 characters moves the standard error, which keeps its own field.
+    grid.setCell(column::LogProportion, 2, "-12345.67890");
+    const std::string wide = buildReport(grid);
+    EXPECT_NE(wide.find("\r\nc:\\data\\a.tna    Spleen           -12345.678900.25000    "
+                        "-0.69314   0.50000    0.29497 to 0.84756      0.0051    0.0101\r\n"),
+              std::string::npos);
 }
 
 TEST_F(CompareStatisticsTest, FieldsCutAtSixteenCharactersAndAnEmptyGridHasItsHead) {
@@ -189,7 +195,8 @@ TEST(SavedAnalysisTest, ReadsFixedColumnsAndPassesOverFilesWithoutSoundFigures) 
 
 // 10,000 analysis files and files without results among them: one row a file with results,
 // in the order the directory lists them; row 1 is the comparison row. The file cells are
-// the session's directory in lower case and the file's name.
+// the directory listed and the file's name, whatever folder an earlier dialog left behind,
+// each keeping its case.
 TEST_F(CompareTest, EnteringScansTheDirectoryAndLeavingEmptiesTheGrid) {
     // Texts are built by appending: GCC 12 warns falsely on "literal" + to_string here.
     const auto joined = [](const char* front, int number, const char* back) {
@@ -216,7 +223,7 @@ TEST_F(CompareTest, EnteringScansTheDirectoryAndLeavingEmptiesTheGrid) {
     for (int row = 1; row <= kFiles; ++row) {
         const std::string& file = listed[static_cast<std::size_t>(row - 1)];
         const int i = std::stoi(file.substr(3)); // "run<i>.tna"
-        ASSERT_EQ(grid().cell(column::File, row), "/lab/assays/" + file);
+        ASSERT_EQ(grid().cell(column::File, row), (directory / file).string());
         ASSERT_EQ(grid().cell(column::Name, row), joined("Run ", i, ""));
         ASSERT_EQ(grid().cell(column::LogProportion, row), joined("-", 2 + i % 7, ".50000"));
         ASSERT_EQ(grid().cell(column::StandardError, row), joined("0.1", i % 10, "00"));
@@ -239,9 +246,9 @@ TEST_F(CompareTest, EmptyDirectoryThenAddedFilesAndTheCursorChoosesTheComparison
     compare.show();
     EXPECT_EQ(grid().rowLimit(), 0);
     EXPECT_EQ(compare.comparisonRow(), 0);
-    platform.queueFileChoice(writeFile("a.tna", analysisText("A", "-2.99573", "0.1000")));
+    platform.queueFileChoice(writeFile("A.tna", analysisText("A", "-2.99573", "0.1000")));
     compare.openFile();
-    EXPECT_EQ(grid().cell(column::File, 1), vocabulary::lowerCase(path("a.tna")));
+    EXPECT_EQ(grid().cell(column::File, 1), path("A.tna"));
     EXPECT_TRUE(onlyRedRow(1));
     platform.queueFileChoice(writeFile("b.tna", analysisText("B", "-2.30259", "0.2500")));
     compare.openFile();

@@ -16,7 +16,7 @@ using platform::Answer;
 using testing::AnalyzeFixture;
 
 // The table form of a named two-row document with a file, as a save writes it.
-const std::string kTableForm = "Titron Analysis File: [c:\\data\\spleen.tna]\r\n\r\n"
+const std::string kTableForm = "Titron Analysis File: [C:\\Data\\Spleen.tna]\r\n\r\n"
                                "Analysis Name: Spleen A\r\n\r\n"
                                "Row\t\tDose\t\tResponses\tTested\t\tComments\r\n"
                                "1\t\t1000\t\t5\t\t24\t\t\r\n"
@@ -35,9 +35,7 @@ class AnalysisFileTest : public AnalyzeFixture {
         return rows(1, analyze.grid().dataRowCount());
     }
     std::string caption() const { return session.frameCaption.text(); }
-    std::string captionOf(const std::string& name) const {
-        return "Titron - [" + vocabulary::lowerCase(path(name)) + "]";
-    }
+    std::string captionOf(const std::string& name) const { return "Titron - [" + path(name) + "]"; }
 };
 
 TEST_F(AnalysisFileTest, TableFormIsWrittenAndReadBackWholeButForCommasAndEmptyCells) {

@@ -55,7 +55,7 @@ TEST_F(DocumentCommandsTest, DialogsCarryTheirSettingsAndSaveOffersTheFilesOwnNa
     writeFile("run.3.txt", "Dose,Responses,Tested\r\n1000,2,24\r\n3000,6,24\r\n");
     platform.queueFileChoice(path("run.3.txt"));
     analyze.openFile();
-    EXPECT_EQ(caption(), "Titron - [" + vocabulary::lowerCase(path("run.3.txt")) + "]");
+    EXPECT_EQ(caption(), "Titron - [" + path("run.3.txt") + "]");
     EXPECT_EQ(session.LastDirectory, directory.string());
     platform.queueFileChoice(std::nullopt);
     analyze.saveFile();
@@ -275,7 +275,7 @@ TEST_F(DocumentCommandsTest, WithoutReportThePageShowsFileLineBareNameAndTable) 
     platform.queuePrinterChoice(true);
     analyze.printFile();
     EXPECT_EQ(printed().at(10).rfind(
-                  "print Titron Analysis File: [/data/spleen.tna]\r\n\r\nSpleen A\r\n\r\nRow", 0),
+                  "print Titron Analysis File: [/data/Spleen.tna]\r\n\r\nSpleen A\r\n\r\nRow", 0),
               0U);
 }
 

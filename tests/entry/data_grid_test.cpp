@@ -1,6 +1,9 @@
 // The assay table as the user meets it: typing rule, Delete key, growth, row numbers,
 // column widths, focus, right-click enabling, and the pop-up menu's block commands.
+#include <functional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -93,6 +96,13 @@ TEST_F(DataGridTest, CursorGrowsTheTableInStepsOfHundredUpTo1500WhereColumnOneSh
     grid().setRowLimit(2000);
     grid().userMoveTo(1, 1995);
     EXPECT_EQ(grid().rowLimit(), 2000);
+
+    // A limit off the hundreds, as row inserts leave one, takes its last step past 1,500.
+    grid().userMoveTo(1, 1);
+    grid().setRowLimit(1405);
+    grid().userMoveTo(1, 1395);
+    EXPECT_EQ(grid().rowLimit(), 1505);
+    EXPECT_EQ(cell(0, 1505), "1505");
 }
 
 TEST_F(DataGridTest, DeleteKeyClearsTargetAndAlwaysMarksResultsOutOfDate) {
@@ -195,10 +205,7 @@ TEST_F(DataGridTest, FillCopiesTheTopCellDownTheBlockOnly) {
     EXPECT_EQ(cell(1, 6), "100");
 }
 
-TEST_F(DataGridTest, BlockCommandsNeitherMarkTheDocumentNorTouchTheReport) {
-    const std::string report(60, 'r');
-    analyze.resultsPane().setText(report);
-    session.AnalysisChanged = session::kUnchanged;
+TEST_F(DataGridTest, BlockCommandsWorkOnTheSelectionAndAskNothing) {
     type({{"1", "2", "3", "a"}, {"4", "5", "6", "b"}});
     grid().userSelect({1, 1, 2, 2});
     analyze.dropCopy();
@@ -214,11 +221,49 @@ TEST_F(DataGridTest, BlockCommandsNeitherMarkTheDocumentNorTouchTheReport) {
     analyze.dropPaste();
     EXPECT_EQ(cell(1, 5), "3");
     EXPECT_EQ(cell(2, 5), "a");
-    grid().userSelect({1, 5, 1, 6});
-    analyze.dropFill();
-    EXPECT_EQ(pane(), report);
-    EXPECT_EQ(session.AnalysisChanged, session::kUnchanged);
     EXPECT_TRUE(boxes().empty());
+}
+
+// Every command that changes a cell takes the report of an opened analysis off the pane and
+// marks the document changed, as typing does; copying changes nothing.
+TEST_F(DataGridTest, EveryCommandThatChangesCellsMarksTheOpenedAnalysisChanged) {
+    typeFourRowExample();
+    analyze.analyze();
+    const std::string file = path("saved.tna");
+    ASSERT_TRUE(analyze.saveDocument(file));
+    session.settings.ConfirmInsert = false;
+    session.settings.ConfirmDelete = false;
+    platform.setText("5000");
+    const auto ctrl = [&](int keyCode) {
+        return [&, keyCode] { grid().userKeyDown(keyCode, entry::CtrlKey); };
+    };
+    const std::vector<std::pair<const char*, std::function<void()>>> commands = {
+        {"copy", [&] { analyze.dropCopy(); }},
+        {"Ctrl+C", ctrl(key::C)},
+        {"Ctrl+V", ctrl(key::V)},
+        {"Ctrl+X", ctrl(key::X)},
+        {"paste", [&] { analyze.dropPaste(); }},
+        {"cut", [&] { analyze.dropCut(); }},
+        {"delete", [&] { analyze.dropDelete(); }},
+        {"fill", [&] { analyze.dropFill(); }},
+        {"Delete key", [&] { grid().userKeyDown(key::Delete, 0); }},
+        {"insert row", [&] { analyze.editInsert(); }},
+        {"delete row", [&] { analyze.editDelete(); }},
+    };
+    for (const auto& [command, run] : commands) {
+        ASSERT_EQ(analyze.openDocument(file), LoadOutcome::Loaded);
+        ASSERT_EQ(session.AnalysisChanged, session::kUnchanged);
+        grid().userMoveTo(1, 1);
+        grid().userSelect({1, 1, 1, 3});
+        run();
+        if (command == std::string("copy") || command == std::string("Ctrl+C")) {
+            EXPECT_TRUE(analyze.reportPresent()) << command;
+            EXPECT_EQ(session.AnalysisChanged, session::kUnchanged) << command;
+        } else {
+            EXPECT_EQ(pane(), kEmptyResults) << command;
+            EXPECT_EQ(session.AnalysisChanged, session::kChanged) << command;
+        }
+    }
 }
 
 TEST_F(DataGridTest, PastingAnyShapeOfTextStaysInsideTheGrid) {

@@ -63,8 +63,7 @@ TEST_F(CommandLineTest, ReportGoesToStandardOutputWithItsFileLineAndNotesToStand
     const std::string report = out.str();
     EXPECT_EQ(report.rfind("Analysis Name: Spleen A\r\nIterations:     4\r\n", 0), 0u);
     EXPECT_NE(report.find("1 in 11,503\r\n"), std::string::npos);
-    EXPECT_NE(report.find("END\r\n\r\nTitron Analysis File: [" + vocabulary::lowerCase(kSpleen) +
-                          "]\r\n"),
+    EXPECT_NE(report.find("END\r\n\r\nTitron Analysis File: [" + kSpleen + "]\r\n"),
               std::string::npos);
     EXPECT_EQ(report.substr(report.size() - 20), "4\t\t30000\t\t22\t\t24\t\t\r\n");
     EXPECT_EQ(err.str(), "");
@@ -263,13 +262,13 @@ TEST_F(CommandLineTest, CompareWritesTheReportForTheChosenRowAndSkipsFilesWithou
     EXPECT_EQ(err.str(), none + ": no analysis results in it; skipped\n");
     const std::string report = out.str();
     EXPECT_EQ(readFile(saved), report + "\r\n");
-    // Row 2 (b) is the comparison row; a is tested against it. A file cell is the path in
-    // lower case, "~" and its last 14 characters in the report; the directory's name ends
-    // in this test's name.
-    EXPECT_NE(report.find("Comparison Row:\r\n~tresults/b.tna  Base             -2.99573   "
+    // Row 2 (b) is the comparison row; a is tested against it. A file cell is the path as
+    // given, "~" and its last 14 characters in the report; the directory's name ends in
+    // this test's name.
+    EXPECT_NE(report.find("Comparison Row:\r\n~tResults/b.tna  Base             -2.99573   "
                           "0.10000\r\n"),
               std::string::npos);
-    EXPECT_NE(report.find("~tresults/a.tna  Spleen           -2.30259   0.25000    -0.69314   "
+    EXPECT_NE(report.find("~tResults/A.tna  Spleen           -2.30259   0.25000    -0.69314   "
                           "0.50000    0.29497 to 0.84756      0.0051    0.0101\r\n"),
               std::string::npos);
 
