@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <filesystem>
+#include <new>
 #include <optional>
 #include <system_error>
 
@@ -134,8 +135,9 @@ bool takeFileArgument(const std::vector<std::string>& arguments, std::size_t& i,
     return true;
 }
 
-int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
-                   std::ostream& err) {
+namespace {
+
+int runCommand(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
     const bool wantsHelp =
         std::find(arguments.begin(), arguments.end(), "--help") != arguments.end() ||
         std::find(arguments.begin(), arguments.end(), "-h") != arguments.end();
@@ -185,6 +187,19 @@ int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
         worst = std::max(worst, result.status);
     }
     return worst;
+}
+
+} // namespace
+
+int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
+                   std::ostream& err) {
+    try {
+        return runCommand(arguments, out, err);
+    } catch (const std::bad_alloc&) {
+        // Memory that runs out where no box can take it ends the command, not the process.
+        err << "titron-cli: out of memory\n";
+        return kExitUnreadable;
+    }
 }
 
 } // namespace titron::shell
