@@ -3,6 +3,7 @@
 // stands behind that blank line is the table, whatever came before it.
 #include <algorithm>
 #include <cstdint>
+#include <new>
 #include <string>
 
 #include "documents/analyze.h"
@@ -23,8 +24,11 @@ constexpr int kRowLimitStep = 100;
 // Rows kept free below the loaded rows, so that the user can go on typing.
 constexpr int kRowsToSpare = 10;
 
-bool startsWithHeadingLine(const std::string& text) {
-    return vocabulary::leadingValue(vocabulary::trimSpaces(text)) == 0.0;
+// Whether the text's leading value is 0. Spaces at its ends don't change that value, and
+// no number goes on past a CR, so the text up to the first CR decides it without a copy of
+// the whole text.
+bool startsWithHeadingLine(std::string_view text) {
+    return vocabulary::leadingValue(text.substr(0, text.find('\r'))) == 0.0;
 }
 
 // The position (from 0) of the n-th occurrence of c, or npos.
@@ -90,6 +94,12 @@ LoadOutcome Analyze::openDocument(const std::string& path) {
 }
 
 LoadOutcome Analyze::loadAnalysis() {
+    const auto failed = [this](const Failure& failure) {
+        m_platform.pointer.setBusy(false);
+        m_platform.dialogs.messageBox({"Titron ERROR #" + failure.description(),
+                                       "An error occurred loading the data.", platform::Buttons::Ok,
+                                       platform::Icon::Exclamation, 1});
+    };
     int startRow = 1;
     int columns = 3;
     try {
@@ -223,12 +233,12 @@ LoadOutcome Analyze::loadAnalysis() {
         m_platform.pointer.setBusy(false);
         return LoadOutcome::Loaded;
     } catch (const Failure& failure) {
-        m_platform.pointer.setBusy(false);
-        m_platform.dialogs.messageBox({"Titron ERROR #" + failure.description(),
-                                       "An error occurred loading the data.", platform::Buttons::Ok,
-                                       platform::Icon::Exclamation, 1});
-        return LoadOutcome::Failed;
+        failed(failure);
+    } catch (const std::bad_alloc&) {
+        // Memory that ran out anywhere in the load is a failure like any other.
+        failed(Failure(vocabulary::failure::OutOfMemory));
     }
+    return LoadOutcome::Failed;
 }
 
 } // namespace titron::documents

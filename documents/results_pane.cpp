@@ -1,5 +1,6 @@
 #include "documents/results_pane.h"
 
+#include <functional>
 #include <utility>
 
 namespace titron::documents {
@@ -9,6 +10,14 @@ ResultsPane::ResultsPane(FontSpec font, std::string text)
 }
 
 void ResultsPane::setText(std::string_view text) {
+    // A short text after a long one, or a long one after a short one, gets a buffer of its
+    // own size: the pane never holds a report's memory twice over.
+    const std::less<const char*> before;
+    const bool ownText =
+        !before(text.data(), m_text.data()) && before(text.data(), m_text.data() + m_text.size());
+    if (!ownText && (text.size() > m_text.capacity() || text.size() < m_text.capacity() / 2)) {
+        std::string().swap(m_text);
+    }
     m_text.assign(text);
     m_look = PaneLook{};
     m_caret = 0;

@@ -2,6 +2,7 @@
 // implements them with Qt; tests and the command line use the scripted platform.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -53,11 +54,18 @@ class EventLoop {
     virtual void wait(int milliseconds) = 0;
 };
 
+// The largest file that readAll takes: 64 MB, twice a table of 32,767 rows of 1,000
+// characters.
+inline constexpr std::size_t kLargestReadableFile = std::size_t{64} * 1024 * 1024;
+
 // Whole-file access. A file is open only inside one call. Failures throw vocabulary::Failure
 // with the number and description of the cause (53 "File not found", 70, 75, ...).
 class Files {
   public:
     virtual ~Files() = default;
+    // The text of a regular file, without a UTF-8 byte-order mark at its start. Anything
+    // else (a folder, FIFO, device or socket) fails at once with 75; a file larger than
+    // kLargestReadableFile fails with 7 before it is read.
     virtual std::string readAll(const std::string& path) = 0;
     // Replaces the file's contents; a failed write leaves the old file as it was.
     virtual void writeAll(const std::string& path, const std::string& text) = 0;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <filesystem>
+#include <new>
 #include <optional>
 #include <system_error>
 
@@ -192,7 +193,14 @@ int runCommand(const std::vector<std::string>& arguments, std::ostream& out, std
 
 int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
                    std::ostream& err) {
-    const int status = runCommand(arguments, out, err);
+    int status = kExitReport;
+    try {
+        status = runCommand(arguments, out, err);
+    } catch (const std::bad_alloc&) {
+        // Memory that runs out where no box can take it ends the command, not the process.
+        err << "titron-cli: out of memory\n";
+        status = kExitUnreadable;
+    }
     // A full disk or a closed pipe cuts the output: that must not pass for a whole report.
     out.flush();
     if (!out) {

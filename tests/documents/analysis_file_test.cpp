@@ -223,9 +223,18 @@ TEST_F(AnalysisFileTest, FilesThatCannotBeReadEndInTheLoadingFailureBox) {
     // The name's line never ends.
     cases.emplace_back(writeFile("noend.tna", "Analysis Name: x"),
                        "Titron ERROR #Invalid procedure call or argument");
+    // Refused before anything is read: a FIFO, which would wait for a writer, and a file one
+    // byte over the limit (sparse, so nothing is written).
+    const std::string fifo = makeFifo("fifo.tna");
+    cases.emplace_back(fifo, "Titron ERROR #Path/File access error");
+    const std::string large = writeFile("large.txt", "");
+    std::filesystem::resize_file(large, platform::kLargestReadableFile + 1);
+    cases.emplace_back(large, "Titron ERROR #File larger than 64 MB");
     for (const auto& [file, title] : cases) {
         platform.clearTranscript();
-        EXPECT_EQ(analyze.openDocument(file), LoadOutcome::Failed) << file;
+        LoadOutcome outcome = LoadOutcome::Loaded;
+        EXPECT_TRUE(returnsAtOnce(fifo, [&] { outcome = analyze.openDocument(file); })) << file;
+        EXPECT_EQ(outcome, LoadOutcome::Failed) << file;
         expectBox(title, "An error occurred loading the data.");
         EXPECT_EQ(boxes()[0].request.icon, platform::Icon::Exclamation);
         EXPECT_FALSE(platform.pointerBusy());
@@ -234,6 +243,14 @@ TEST_F(AnalysisFileTest, FilesThatCannotBeReadEndInTheLoadingFailureBox) {
     std::filesystem::permissions(locked, std::filesystem::perms::owner_all);
     ASSERT_EQ(analyze.openDocument(locked), LoadOutcome::Loaded);
     EXPECT_EQ(cell(1, 1), "1000");
+}
+
+// Spreadsheets and editors start a UTF-8 file with a byte-order mark: it is passed over, so
+// the first row stays a row and doesn't become the headings.
+TEST_F(AnalysisFileTest, ByteOrderMarkAtTheStartIsPassedOver) {
+    const std::string mark = "\xEF\xBB\xBF";
+    ASSERT_EQ(open("rows.txt", mark + "1000\t2\t24\r\n3000\t6\t24\r\n"), LoadOutcome::Loaded);
+    EXPECT_EQ(rows(0, 2), kHeadings + "1|1000|2|24|\n2|3000|6|24|\n");
 }
 
 // The row limit grows by 100 from 100 until it is at least lines + start row + 10, and the

@@ -1,9 +1,15 @@
 // A document on the scripted platform, with a scratch directory for its files.
 #pragma once
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <array>
+#include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <future>
 #include <string>
 #include <vector>
 
@@ -86,6 +92,28 @@ class AnalyzeFixture : public ::testing::Test {
     std::string writeFile(const std::string& name, const std::string& bytes) const {
         std::ofstream(path(name), std::ios::binary) << bytes;
         return path(name);
+    }
+
+    // A FIFO with no writer: reading it would wait for ever.
+    std::string makeFifo(const std::string& name) const {
+        EXPECT_EQ(::mkfifo(path(name).c_str(), 0600), 0);
+        return path(name);
+    }
+
+    // Runs read, which reads the FIFO fifo, and whether it returned within 5 seconds. A read
+    // that waits is set free by a writer that comes and goes, so that the test goes on.
+    template <class Read> bool returnsAtOnce(const std::string& fifo, Read read) const {
+        std::future<void> done = std::async(std::launch::async, read);
+        if (done.wait_for(std::chrono::seconds(5)) == std::future_status::ready) {
+            done.get();
+            return true;
+        }
+        const int writer = ::open(fifo.c_str(), O_WRONLY | O_NONBLOCK);
+        if (writer >= 0) {
+            ::close(writer);
+        }
+        done.get();
+        return false;
     }
 
     std::string readFile(const std::string& name) const {

@@ -9,6 +9,7 @@
 #include <spawn.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include "tests/documents/analyze_fixture.h"
 #include "vocabulary/number_mask.h"
@@ -253,6 +254,77 @@ TEST_F(CommandLineTest, OutputThatCannotBeWrittenIsStatusOne) {
 }
 
 // The worked pair of the comparison: -2.99573 / 0.1000 and -2.30259 / 0.2500.
+TEST_F(CommandLineTest, FifoFailsAtOnceWithStatusOneInAnalyzeAndCompare) {
+    const std::string fifo = makeFifo("fifo.tna");
+    int status = kExitReport;
+    EXPECT_TRUE(returnsAtOnce(fifo, [&] { status = run({"analyze", fifo}); }));
+    EXPECT_EQ(status, kExitUnreadable);
+    EXPECT_EQ(err.str(), "Titron ERROR #Path/File access error: An error occurred loading the "
+                         "data.\n");
+    EXPECT_TRUE(returnsAtOnce(fifo, [&] { status = run({"compare", fifo}); }));
+    EXPECT_EQ(status, kExitUnreadable);
+    EXPECT_EQ(err.str(), fifo + ": cannot be read; skipped\n");
+}
+
+// Memory that runs out, in the load (a box) or in the analysis (no box), ends the command
+// with status 1 and a message, never an abort: the program itself runs under a limit of its
+// address space.
+TEST_F(CommandLineTest, MemoryThatRunsOutEndsTheCommandWithStatusOne) {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "the sanitizers reserve address space beyond any such limit";
+#endif
+    // 20,000 rows of about 1,000 characters: 20 MB. The load holds the text and the cells,
+    // 40 MB; the analysis the cells, the table and the report, 60 MB.
+    std::string text;
+    const std::string comment(990, 'c');
+    for (int i = 0; i < 20000; ++i) {
+        text += "1000\t2\t24\t" + comment + "\r\n";
+    }
+    const std::string file = writeFile("long.txt", text);
+    const std::string said = path("said.txt");
+    const auto runLimited = [&](rlim_t megabytes) {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            const rlimit bound{megabytes << 20, megabytes << 20};
+            ::setrlimit(RLIMIT_AS, &bound);
+            if (!std::freopen("/dev/null", "w", stdout) ||
+                !std::freopen(said.c_str(), "w", stderr)) {
+                ::_exit(99);
+            }
+            ::execl(TITRON_CLI_PATH, TITRON_CLI_PATH, "analyze", file.c_str(), nullptr);
+            ::_exit(98);
+        }
+        int status = 0;
+        ::waitpid(child, &status, 0);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    };
+    EXPECT_EQ(runLimited(30), kExitUnreadable);
+    EXPECT_EQ(readFile("said.txt"),
+              "Titron ERROR #Out of memory: An error occurred loading the data.\n");
+    EXPECT_EQ(runLimited(62), kExitUnreadable);
+    EXPECT_EQ(readFile("said.txt"), "titron-cli: out of memory\n");
+}
+
+// Under a folder deeper than the system's path limit, a file named relative to it is read.
+TEST_F(CommandLineTest, RelativeFileUnderAFolderDeeperThanThePathLimitIsRead) {
+    const std::string name(200, 'd');
+    std::filesystem::current_path(directory);
+    int depth = 0;
+    for (; std::filesystem::current_path().string().size() <= PATH_MAX; ++depth) {
+        std::filesystem::create_directory(name);
+        std::filesystem::current_path(name);
+    }
+    std::ofstream("rows.txt", std::ios::binary) << "1000\t2\t24\r\n3000\t6\t24\r\n";
+    EXPECT_EQ(run({"analyze", "rows.txt"}), kExitReport) << err.str();
+    EXPECT_NE(out.str().find(name + "/rows.txt]\r\n"), std::string::npos);
+    // Taken down from the inside: the whole path is too long to remove at once.
+    std::filesystem::remove("rows.txt");
+    for (; depth > 0; --depth) {
+        std::filesystem::current_path("..");
+        std::filesystem::remove(name);
+    }
+}
+
 TEST_F(CommandLineTest, CompareWritesTheReportForTheChosenRowAndSkipsFilesWithoutResults) {
     const std::string a = writeFile("A.tna", analysisText("Spleen", "-2.30259", "0.2500"));
     const std::string b = writeFile("b.tna", analysisText("Base", "-2.99573", "0.1000"));
