@@ -8,6 +8,7 @@
 #include "comparison/comparison_report.h"
 #include "comparison/saved_analysis.h"
 #include "entry/key_codes.h"
+#include "session/save_failed_box.h"
 #include "vocabulary/failure.h"
 #include "vocabulary/number_mask.h"
 #include "vocabulary/number_text.h"
@@ -329,16 +330,26 @@ void Compare::saveFile() {
         return;
     }
     m_platform.pointer.setBusy(true);
-    writeComparison(m_dialog.fileName); // a failed write is passed over; the old file stays
+    std::string failure;
+    if (!writeComparison(m_dialog.fileName, &failure)) {
+        // The old file stays as it was; the user hears why.
+        m_platform.pointer.setBusy(false);
+        m_platform.dialogs.messageBox(session::saveFailedBox(m_dialog.fileName, failure));
+        m_dialog.fileName.clear();
+        return;
+    }
     m_platform.events.wait(kDonePauseMs);
     m_platform.pointer.setBusy(false);
 }
 
-bool Compare::writeComparison(const std::string& path) {
+bool Compare::writeComparison(const std::string& path, std::string* failure) {
     try {
         m_platform.files.writeAll(path, buildReport(m_grid) + std::string(analysis::kLineEnd));
         return true;
-    } catch (const vocabulary::Failure&) {
+    } catch (const vocabulary::Failure& cause) {
+        if (failure != nullptr) {
+            *failure = cause.description();
+        }
         return false;
     }
 }

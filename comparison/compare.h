@@ -57,8 +57,8 @@ class Compare {
     // Makes row the comparison row, as moving the cursor onto it does.
     void chooseComparisonRow(int row);
     // What saveFile does once its dialog has given the path: the report and one line
-    // end. False when the file could not be written (the window passes that over).
-    bool writeComparison(const std::string& path);
+    // end. False when the file could not be written, with the system's reason in failure.
+    bool writeComparison(const std::string& path, std::string* failure = nullptr);
 
     // Lays the columns out for the window's outer width W (twips); 3000 or less keeps them.
     void resize(int outerWidth);

@@ -39,26 +39,31 @@ std::string Analyze::composeFileText() {
     return composeTableForm(true);
 }
 
-bool Analyze::saveDocument(const std::string& path) {
-    return writeDocument(path, composeFileText());
+bool Analyze::saveDocument(const std::string& path, std::string* failure) {
+    return writeDocument(path, composeFileText(), failure);
 }
 
 // The text was composed before the dialog, so its file line names the document's old path.
-bool Analyze::writeDocument(const std::string& path, const std::string& text) {
+// A failed write leaves the document changed, with its path and caption as they were.
+bool Analyze::writeDocument(const std::string& path, const std::string& text,
+                            std::string* failure) {
     m_platform.pointer.setBusy(true);
     m_session.LastDirectory = m_platform.files.currentDirectory();
-    m_session.AnalysisFile = path;
-    bool written = true;
     try {
         m_platform.files.writeAll(path, text + std::string(analysis::kLineEnd));
-    } catch (const vocabulary::Failure&) {
-        written = false; // the window goes on as if it had worked; the old file stays
+    } catch (const vocabulary::Failure& cause) {
+        if (failure != nullptr) {
+            *failure = cause.description();
+        }
+        m_platform.pointer.setBusy(false);
+        return false;
     }
+    m_session.AnalysisFile = path;
     m_session.AnalysisChanged = session::kUnchanged;
     m_session.frameCaption.setText(session::captionWithFile(m_session.AnalysisFile));
     m_platform.events.wait(kSavedPauseMs);
     m_platform.pointer.setBusy(false);
-    return written;
+    return true;
 }
 
 } // namespace titron::documents

@@ -102,8 +102,8 @@ class Analyze {
     // else the table form; empty when there is nothing to save.
     std::string composeFileText();
     // Writes the document to path, as the Save command does once its dialog has given the
-    // path. Returns false when the write failed (which the window doesn't report).
-    bool saveDocument(const std::string& path);
+    // path. Returns false when the write failed, with the system's reason in failure.
+    bool saveDocument(const std::string& path, std::string* failure = nullptr);
 
     // The name box's rules. A typed key: returns the character to pass on, 0 to drop it
     // (double quotation marks and commas; Enter moves on to the grid). Losing the focus: a
@@ -144,8 +144,8 @@ class Analyze {
     // The table form: the file line, the name (labelled for a file, bare for the printed
     // page) and the laid-out table.
     std::string composeTableForm(bool labelledName);
-    // Steps after an accepted save dialog; false when the write failed (not reported).
-    bool writeDocument(const std::string& path, const std::string& text);
+    // Steps after an accepted save dialog; false when the write failed, with its reason.
+    bool writeDocument(const std::string& path, const std::string& text, std::string* failure);
     // With neither a report nor data rows: the box of the command, and true.
     bool nothingToPutOut(const char* title, const char* text);
     void onGridCellChanged();

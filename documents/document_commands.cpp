@@ -4,6 +4,7 @@
 
 #include "documents/analyze.h"
 #include "documents/save_question.h"
+#include "session/save_failed_box.h"
 
 namespace titron::documents {
 
@@ -47,7 +48,7 @@ bool Analyze::settleChanges(const char* question) {
         return false;
     case platform::Answer::Yes:
         saveFile();
-        // A cancelled save empties the dialog's file name; so does nothing else.
+        // A cancelled or failed save empties the dialog's file name; so does nothing else.
         return !m_dialog.fileName.empty();
     default:
         return true;
@@ -106,7 +107,13 @@ void Analyze::saveFile() {
         m_dialog.fileName.clear();
         return;
     }
-    writeDocument(m_dialog.fileName, text);
+    std::string failure;
+    if (!writeDocument(m_dialog.fileName, text, &failure)) {
+        m_platform.dialogs.messageBox(session::saveFailedBox(m_dialog.fileName, failure));
+        // As after a cancelled dialog, so that a command that asked for this save stops
+        // rather than lose the document.
+        m_dialog.fileName.clear();
+    }
 }
 
 } // namespace titron::documents

@@ -67,7 +67,8 @@ class Files {
     // else (a folder, FIFO, device or socket) fails at once with 75; a file larger than
     // kLargestReadableFile fails with 7 before it is read.
     virtual std::string readAll(const std::string& path) = 0;
-    // Replaces the file's contents; a failed write leaves the old file as it was.
+    // Replaces the file's contents; a failed write leaves the old file as it was, and its
+    // failure's description gives the system's reason.
     virtual void writeAll(const std::string& path, const std::string& text) = 0;
     virtual bool exists(const std::string& path) = 0;
     // Names (not paths) of the files in the current directory that match a pattern such

@@ -79,8 +79,9 @@ int runCompareCommand(const std::vector<std::string>& arguments, std::ostream& o
     }
     compare.chooseComparisonRow(options->row);
     out << comparison::buildReport(compare.grid());
-    if (options->saveTo && !compare.writeComparison(*options->saveTo)) {
-        err << "cannot write " << *options->saveTo << "\n";
+    std::string failure;
+    if (options->saveTo && !compare.writeComparison(*options->saveTo, &failure)) {
+        err << "cannot write " << *options->saveTo << ": " << failure << "\n";
         status = kExitUnreadable;
     }
     return status;

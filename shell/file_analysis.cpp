@@ -72,7 +72,7 @@ FileResult FileAnalyzer::analyze(const std::string& path, std::ostream& out, std
     const documents::AnalysisRun run = m_analyze.runAnalysis();
     result.name = m_analyze.nameBox().text();
     switch (run.ending) {
-    case documents::AnalysisRun::Ending::Report:
+    case documents::AnalysisRun::Ending::Report: {
         result.outcome = "report";
         result.figures = run.figures;
         result.passes = run.figures->iterations;
@@ -82,11 +82,13 @@ FileResult FileAnalyzer::analyze(const std::string& path, std::ostream& out, std
         if (run.noNameNote) {
             err << errPrefix << "note: ANALYSIS NAME: There is no Analysis Name.\n";
         }
-        if (m_request.saveTo && !m_analyze.saveDocument(*m_request.saveTo)) {
-            err << errPrefix << "cannot write " << *m_request.saveTo << "\n";
+        std::string failure;
+        if (m_request.saveTo && !m_analyze.saveDocument(*m_request.saveTo, &failure)) {
+            err << errPrefix << "cannot write " << *m_request.saveTo << ": " << failure << "\n";
             result.status = kExitUnreadable;
         }
         break;
+    }
     case documents::AnalysisRun::Ending::Box:
         err << errPrefix << run.box.title << ": " << withLineFeeds(run.box.text) << "\n";
         result.status = kExitBox;

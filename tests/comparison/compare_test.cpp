@@ -316,6 +316,15 @@ TEST_F(CompareTest, SavePrintAndCopyTakeTheGridOut) {
     // A cancelled save empties the dialog's name and writes nothing.
     compare.saveFile();
     EXPECT_EQ(compare.commonDialog().fileName, "");
+    // A failed one says why, as the analysis's save does.
+    std::filesystem::create_directory(path("taken.tnc"));
+    platform.queueFileChoice(path("taken.tnc"));
+    compare.saveFile();
+    ASSERT_FALSE(boxes().empty());
+    EXPECT_EQ(boxes().back().request.title, "SAVE FAILED");
+    EXPECT_EQ(boxes().back().request.text, "The file " + path("taken.tnc") +
+                                               " could not be written: a folder, not a regular "
+                                               "file.");
 
     platform.clearTranscript();
     platform.queuePrinterChoice(true);

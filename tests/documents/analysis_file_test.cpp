@@ -102,16 +102,18 @@ TEST_F(AnalysisFileTest, SaveReplacesAFileWholeAndAFailedWriteLeavesWhatWasThere
     // A directory in the file's place: the new text cannot replace it.
     std::filesystem::create_directory(path("taken.tna"));
     writeFile("taken.tna/inside.txt", "old contents");
-    EXPECT_FALSE(analyze.saveDocument(path("taken.tna")));
+    std::string failure;
+    EXPECT_FALSE(analyze.saveDocument(path("taken.tna"), &failure));
+    EXPECT_EQ(failure, "a folder, not a regular file");
     EXPECT_EQ(readFile("taken.tna/inside.txt"), "old contents");
     int entries = 0;
     for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(directory)) {
         ++entries;
     }
     EXPECT_EQ(entries, 2) << "the half-written file must not stay behind";
-    // The window goes on as if the write had worked.
-    EXPECT_EQ(session.AnalysisChanged, session::kUnchanged);
-    EXPECT_EQ(session.AnalysisFile, path("taken.tna"));
+    // The document keeps its path and caption.
+    EXPECT_EQ(session.AnalysisFile, path("x.tna"));
+    EXPECT_EQ(caption(), captionOf("x.tna"));
 }
 
 TEST_F(AnalysisFileTest, TableFormWithoutANameKeepsTheTypedNameAndTheEmptyPane) {

@@ -115,6 +115,29 @@ TEST_F(DocumentCommandsTest, SaveQuestionAnswersBeforeNewAndOpen) {
     EXPECT_EQ(lines("open dialog").size(), 1U);
 }
 
+// A save that cannot write says why, and the document stays changed under its old caption;
+// a command that asked for the save stops as after a cancelled dialog.
+TEST_F(DocumentCommandsTest, FailedSaveShowsWhyAndKeepsTheDocumentChanged) {
+    typeFourRowExample();
+    userType(4, 1, "first plate");
+    const std::string before = caption();
+    const std::string target = path("no/such/run.tna");
+    saveAs("no/such/run.tna");
+    expectBox("SAVE FAILED",
+              "The file " + target + " could not be written: No such file or directory.");
+    EXPECT_EQ(boxes().back().request.icon, platform::Icon::Exclamation);
+    EXPECT_TRUE(changed());
+    EXPECT_EQ(caption(), before);
+    EXPECT_EQ(session.AnalysisFile, "");
+
+    platform.queueAnswer(Answer::Yes);
+    platform.queueFileChoice(target);
+    analyze.newFile();
+    EXPECT_EQ(boxes().back().request.title, "SAVE FAILED");
+    EXPECT_EQ(cell(4, 1), "first plate");
+    EXPECT_TRUE(changed());
+}
+
 TEST_F(DocumentCommandsTest, WithoutReportOrRowsSaveCopyAndPrintShowTheirBoxes) {
     analyze.saveFile();
     analyze.copyFile();

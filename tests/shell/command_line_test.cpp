@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 #include <spawn.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -186,8 +187,19 @@ TEST_F(CommandLineTest, SaveWritesTheDocumentAsSaveWould) {
     const std::string saved = (directory / "out.tna").string();
     EXPECT_EQ(run({"analyze", "--save", saved, kSpleen}), kExitReport);
     EXPECT_EQ(readFile(saved), out.str() + "\r\n");
-    EXPECT_EQ(run({"analyze", "--save", (directory / "no/such/dir.tna").string(), kSpleen}),
-              kExitUnreadable);
+    const std::string nowhere = (directory / "no/such/dir.tna").string();
+    EXPECT_EQ(run({"analyze", "--save", nowhere, kSpleen}), kExitUnreadable);
+    EXPECT_NE(err.str().find("cannot write " + nowhere + ": No such file or directory\n"),
+              std::string::npos)
+        << err.str();
+    // A FIFO is refused and stays one.
+    const std::string pipe = (directory / "pipe").string();
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_EQ(run({"compare", "--save", pipe, kSpleen}), kExitUnreadable);
+    EXPECT_NE(err.str().find("cannot write " + pipe + ": a FIFO, not a regular file\n"),
+              std::string::npos)
+        << err.str();
+    EXPECT_TRUE(std::filesystem::is_fifo(pipe));
 }
 
 TEST_F(CommandLineTest, UsageErrorsAndHelp) {

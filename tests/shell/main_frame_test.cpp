@@ -127,6 +127,11 @@ TEST_F(MainFrameTest, ExitAndCompareAskWhileChangedAndEachAnswerDecides) {
     // Yes with a cancelled save dialog keeps the program open; a save lets it end.
     platform.queueAnswer(platform::Answer::Yes);
     EXPECT_FALSE(main.queryClose());
+    // So does a save that fails, after its box.
+    platform.queueAnswer(platform::Answer::Yes);
+    platform.queueFileChoice(path("no/such/at exit.tna"));
+    EXPECT_FALSE(main.queryClose());
+    EXPECT_EQ(boxes().back().request.title, "SAVE FAILED");
     platform.queueAnswer(platform::Answer::Yes);
     platform.queueFileChoice(path("at exit.tna"));
     EXPECT_TRUE(main.queryClose());
