@@ -6,7 +6,6 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <spawn.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -30,35 +29,48 @@ class CommandLineTest : public documents::testing::AnalyzeFixture {
         return runCommandLine(arguments, out, err);
     }
 
+    // The installed program as a process of its own: standard output goes to the file
+    // output, standard error is kept; limitMb, when not 0, bounds its address space.
+    struct ProgramRun {
+        int status = -1;
+        long peakKib = 0; // the most memory it held
+        std::string errText;
+    };
+    ProgramRun runProgram(std::vector<std::string> arguments,
+                          const std::string& output = "/dev/null", rlim_t limitMb = 0) {
+        arguments.insert(arguments.begin(), TITRON_CLI_PATH);
+        std::vector<char*> argv;
+        for (std::string& argument : arguments) {
+            argv.push_back(argument.data());
+        }
+        argv.push_back(nullptr);
+        const std::string errPath = path("program-stderr.txt");
+        const pid_t child = ::fork();
+        if (child == 0) {
+            const rlimit bound{limitMb << 20, limitMb << 20};
+            if ((limitMb != 0 && ::setrlimit(RLIMIT_AS, &bound) != 0) ||
+                !std::freopen(output.c_str(), "w", stdout) ||
+                !std::freopen(errPath.c_str(), "w", stderr)) {
+                ::_exit(99);
+            }
+            ::execv(argv[0], argv.data());
+            ::_exit(98);
+        }
+        ProgramRun run;
+        int status = 0;
+        rusage usage{};
+        ::wait4(child, &status, 0, &usage);
+        run.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+        run.peakKib = usage.ru_maxrss;
+        run.errText = readFile("program-stderr.txt");
+        return run;
+    }
+
     std::ostringstream out;
     std::ostringstream err;
 };
 
 const std::string kSpleen = TITRON_EXAMPLES_DIR "/spleen-a.tna";
-
-// Runs the installed program, its output thrown away; its exit status and peak memory in KiB.
-std::pair<int, long> runProgram(std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin(), TITRON_CLI_PATH);
-    std::vector<char*> argv;
-    for (std::string& argument : arguments) {
-        argv.push_back(argument.data());
-    }
-    argv.push_back(nullptr);
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
-    pid_t pid = 0;
-    const int failed = posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), nullptr);
-    posix_spawn_file_actions_destroy(&actions);
-    if (failed != 0) {
-        return {-1, 0};
-    }
-    int status = 0;
-    rusage usage{};
-    ::wait4(pid, &status, 0, &usage);
-    return {WEXITSTATUS(status), usage.ru_maxrss};
-}
 
 TEST_F(CommandLineTest, ReportGoesToStandardOutputWithItsFileLineAndNotesToStandardError) {
     EXPECT_EQ(run({"analyze", kSpleen}), kExitReport);
@@ -217,28 +229,18 @@ TEST_F(CommandLineTest, UsageErrorsAndHelp) {
 TEST_F(CommandLineTest, MemoryStaysFlatHoweverManyPassesAreAllowed) {
     // This assay's estimate never settles: every pass allowed is made.
     const std::string endless = writeFile("endless.txt", "16\t4\t25\r\n93771700\t0\t12\r\n");
-    const auto [fewStatus, few] = runProgram({"analyze", "--passes", "20", endless});
-    const auto [manyStatus, many] = runProgram({"analyze", "--passes", "1000000", endless});
-    EXPECT_EQ(fewStatus, kExitNoConvergence);
-    EXPECT_EQ(manyStatus, kExitNoConvergence);
-    EXPECT_LT(many - few, 4096);
+    const ProgramRun few = runProgram({"analyze", "--passes", "20", endless});
+    const ProgramRun many = runProgram({"analyze", "--passes", "1000000", endless});
+    EXPECT_EQ(few.status, kExitNoConvergence);
+    EXPECT_EQ(many.status, kExitNoConvergence);
+    EXPECT_LT(many.peakKib - few.peakKib, 4096);
 }
 
 // The installed program writes the very bytes of the pane: CR LF line ends survive.
 TEST_F(CommandLineTest, ProgramWritesTheReportByteForByte) {
     EXPECT_EQ(run({"analyze", kSpleen}), kExitReport);
-    const std::string expected = out.str();
-    const std::string command = std::string("'") + TITRON_CLI_PATH + "' analyze '" + kSpleen + "'";
-    FILE* pipe = ::popen(command.c_str(), "r");
-    ASSERT_NE(pipe, nullptr);
-    std::string actual;
-    char buffer[4096];
-    for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) {
-        actual.append(buffer, n);
-    }
-    const int status = ::pclose(pipe);
-    EXPECT_EQ(WEXITSTATUS(status), 0);
-    EXPECT_EQ(actual, expected);
+    EXPECT_EQ(runProgram({"analyze", kSpleen}, path("report.txt")).status, kExitReport);
+    EXPECT_EQ(readFile("report.txt"), out.str());
 }
 
 // A full disk cuts the output: both commands fail with a message instead of passing the cut
@@ -254,18 +256,12 @@ TEST_F(CommandLineTest, OutputThatCannotBeWrittenIsStatusOne) {
     }
     const std::string saved = writeFile("A.tna", analysisText("Spleen", "-2.30259", "0.2500"));
     for (const auto& [command, file] : {std::pair{"analyze", kSpleen}, {"compare", saved}}) {
-        const std::string line =
-            std::string("'") + TITRON_CLI_PATH + "' " + command + " '" + file + "' 2>&1 >/dev/full";
-        FILE* pipe = ::popen(line.c_str(), "r");
-        ASSERT_NE(pipe, nullptr);
-        std::string stderrText(4096, '\0');
-        stderrText.resize(std::fread(stderrText.data(), 1, stderrText.size(), pipe));
-        EXPECT_EQ(WEXITSTATUS(::pclose(pipe)), kExitUnreadable) << command;
-        EXPECT_EQ(stderrText, message) << command;
+        const ProgramRun cut = runProgram({command, file}, "/dev/full");
+        EXPECT_EQ(cut.status, kExitUnreadable) << command;
+        EXPECT_EQ(cut.errText, message) << command;
     }
 }
 
-// The worked pair of the comparison: -2.99573 / 0.1000 and -2.30259 / 0.2500.
 TEST_F(CommandLineTest, FifoFailsAtOnceWithStatusOneInAnalyzeAndCompare) {
     const std::string fifo = makeFifo("fifo.tna");
     int status = kExitReport;
@@ -293,28 +289,12 @@ TEST_F(CommandLineTest, MemoryThatRunsOutEndsTheCommandWithStatusOne) {
         text += "1000\t2\t24\t" + comment + "\r\n";
     }
     const std::string file = writeFile("long.txt", text);
-    const std::string said = path("said.txt");
-    const auto runLimited = [&](rlim_t megabytes) {
-        const pid_t child = ::fork();
-        if (child == 0) {
-            const rlimit bound{megabytes << 20, megabytes << 20};
-            ::setrlimit(RLIMIT_AS, &bound);
-            if (!std::freopen("/dev/null", "w", stdout) ||
-                !std::freopen(said.c_str(), "w", stderr)) {
-                ::_exit(99);
-            }
-            ::execl(TITRON_CLI_PATH, TITRON_CLI_PATH, "analyze", file.c_str(), nullptr);
-            ::_exit(98);
-        }
-        int status = 0;
-        ::waitpid(child, &status, 0);
-        return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-    };
-    EXPECT_EQ(runLimited(30), kExitUnreadable);
-    EXPECT_EQ(readFile("said.txt"),
-              "Titron ERROR #Out of memory: An error occurred loading the data.\n");
-    EXPECT_EQ(runLimited(62), kExitUnreadable);
-    EXPECT_EQ(readFile("said.txt"), "titron-cli: out of memory\n");
+    const ProgramRun inLoad = runProgram({"analyze", file}, "/dev/null", 30);
+    EXPECT_EQ(inLoad.status, kExitUnreadable);
+    EXPECT_EQ(inLoad.errText, "Titron ERROR #Out of memory: An error occurred loading the data.\n");
+    const ProgramRun inAnalysis = runProgram({"analyze", file}, "/dev/null", 62);
+    EXPECT_EQ(inAnalysis.status, kExitUnreadable);
+    EXPECT_EQ(inAnalysis.errText, "titron-cli: out of memory\n");
 }
 
 // Under a folder deeper than the system's path limit, a file named relative to it is read.
@@ -337,6 +317,7 @@ TEST_F(CommandLineTest, RelativeFileUnderAFolderDeeperThanThePathLimitIsRead) {
     }
 }
 
+// The worked pair of the comparison: -2.99573 / 0.1000 and -2.30259 / 0.2500.
 TEST_F(CommandLineTest, CompareWritesTheReportForTheChosenRowAndSkipsFilesWithoutResults) {
     const std::string a = writeFile("A.tna", analysisText("Spleen", "-2.30259", "0.2500"));
     const std::string b = writeFile("b.tna", analysisText("Base", "-2.99573", "0.1000"));
