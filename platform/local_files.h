@@ -7,12 +7,9 @@ namespace titron::platform {
 
 class LocalFiles : public Files {
   public:
+    // Only a regular file, up to kLargestReadableFile (file_reading.h).
     std::string readAll(const std::string& path) override;
-    // Writes a new file beside the old one and renames it over the old one, so that a
-    // failed write leaves the old file as it was. Symbolic links are followed to the file
-    // they name; anything there that is not a regular file, or that may not be written, is
-    // refused untouched. The new file keeps the old one's mode (and owner and group where
-    // allowed); a file with several names gets a new one under this name alone.
+    // Replaces only what it should, through a temporary file (file_saving.h).
     void writeAll(const std::string& path, const std::string& text) override;
     bool exists(const std::string& path) override;
     std::vector<std::string> list(const std::string& pattern) override;
