@@ -241,19 +241,10 @@ void DataGrid::editDelete() {
 
 // --- Block commands ---------------------------------------------------------------------------
 
-// The block the commands work on: the selection, or the active cell when no block is selected.
-CellBlock DataGrid::commandTarget() const {
-    if (m_grid.blockSelected()) {
-        return m_grid.selection();
-    }
-    return CellBlock{m_grid.activeCol(), m_grid.activeRow(), m_grid.activeCol(),
-                     m_grid.activeRow()};
-}
-
 // The commands that change cells count as the user's changes, as typing does.
 void DataGrid::dropCut() {
     m_grid.clipboardCut(m_platform.clipboard);
-    m_grid.userChangedCells(commandTarget());
+    m_grid.userChangedCells();
 }
 
 void DataGrid::dropCopy() {
@@ -268,7 +259,7 @@ void DataGrid::dropPaste() {
     if (m_grid.selection().col == -1) {
         numberRows();
     }
-    m_grid.userChangedCells(commandTarget());
+    m_grid.userChangedCells();
 }
 
 // The selection's bounds go to the grid as they are, -1 included.
@@ -278,7 +269,7 @@ void DataGrid::dropDelete() {
     m_grid.addressBlock(s.col, s.row, s.col2, s.row2);
     m_grid.clear();
     m_grid.setBlockMode(false);
-    m_grid.userChangedCells(s);
+    m_grid.userChangedCells();
 }
 
 // Copies the block's top cell down the block: a constant, never a series.
@@ -288,7 +279,7 @@ void DataGrid::dropFill() {
     for (int row = s.row; row <= s.row2; ++row) {
         m_grid.setCell(s.col, row, value);
     }
-    m_grid.userChangedCells(s);
+    m_grid.userChangedCells();
 }
 
 } // namespace titron::entry

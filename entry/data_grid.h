@@ -56,7 +56,6 @@ class DataGrid {
     void onFocusGained();
     void onFocusLost();
     void addressRowsOf(const CellBlock& block);
-    CellBlock commandTarget() const;
     void colourDataCells();
     bool confirm(bool ask, const std::string& prompt, const std::string& title);
 

@@ -491,21 +491,18 @@ void Grid::userKeyDown(int keyCode, int shift) {
         (m_locked && keyCode != key::C)) {
         return;
     }
-    const CellBlock target = m_blockSelected
-                                 ? m_selection
-                                 : CellBlock{m_activeCol, m_activeRow, m_activeCol, m_activeRow};
     switch (keyCode) {
     case key::C:
         clipboardCopy(*m_clipboard);
         break;
     case key::X:
         clipboardCut(*m_clipboard);
-        userChangedCells(target);
+        userChangedCells();
         break;
     case key::V:
         if (m_clipboard->hasText()) {
             clipboardPaste(*m_clipboard);
-            userChangedCells(target);
+            userChangedCells();
         }
         break;
     default:
@@ -513,8 +510,8 @@ void Grid::userKeyDown(int keyCode, int shift) {
     }
 }
 
-void Grid::userChangedCells(const CellBlock& block) {
-    const Bounds b = resolve(block.col, block.row, block.col2, block.row2);
+void Grid::userChangedCells() {
+    const Bounds b = selectionTarget();
     if (m_events.cellChanged) {
         m_events.cellChanged(b.col, b.row);
     }

@@ -207,9 +207,10 @@ class Grid {
     void userCommitEdit();
     void userCancelEdit();
     void userSelect(const CellBlock& block);
-    // A command of the window changed the block's cells for the user (clear, fill, the
-    // pop-up's cut and paste): raises cell changed for the block's top left cell.
-    void userChangedCells(const CellBlock& block);
+    // A command of the window changed the cells of the selection (or of the active cell)
+    // for the user (clear, fill, the pop-up's cut and paste): raises cell changed for its
+    // top left cell.
+    void userChangedCells();
     void userRightClick(int clickType, int col, int row, int x, int y);
     void userFocusGained();
     void userFocusLost();
