@@ -14,7 +14,8 @@ inline constexpr std::string_view kLineEnd = "\r\n";
 
 // The report of an analysis. name is the analysis name as typed; analysisFile the
 // document's file path ("" for none), shown as given; table the assay table already
-// laid out on tab stops (it ends in CR LF). Frequencies (1 / proportion) are worked out
+// laid out on tab stops (it ends in CR LF); it comes last, so a long table may as well be
+// appended to a report made without it. Frequencies (1 / proportion) are worked out
 // here, line by line; a lower limit of 0 throws Failure 11.
 std::string reportText(const Figures& figures, std::string_view name, std::string_view analysisFile,
                        std::string_view table);

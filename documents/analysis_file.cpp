@@ -25,18 +25,20 @@ std::string Analyze::composeTableForm(bool labelledName) {
         text += analysis::kLineEnd;
         text += analysis::kLineEnd;
     }
-    text += layoutTable(m_grid);
+    appendLayoutTable(m_grid, text);
     return text;
 }
 
 std::string Analyze::composeFileText() {
+    std::string text;
     if (reportPresent()) {
-        return m_results.text();
+        // Room for the line end that ends the file, so that it doesn't move the text.
+        text.reserve(m_results.text().size() + analysis::kLineEnd.size());
+        text += m_results.text();
+    } else if (m_grid.dataRowCount() >= 1) {
+        text = composeTableForm(true);
     }
-    if (m_grid.dataRowCount() < 1) {
-        return {};
-    }
-    return composeTableForm(true);
+    return text;
 }
 
 bool Analyze::saveDocument(const std::string& path, std::string* failure) {
@@ -45,12 +47,12 @@ bool Analyze::saveDocument(const std::string& path, std::string* failure) {
 
 // The text was composed before the dialog, so its file line names the document's old path.
 // A failed write leaves the document changed, with its path and caption as they were.
-bool Analyze::writeDocument(const std::string& path, const std::string& text,
-                            std::string* failure) {
+bool Analyze::writeDocument(const std::string& path, std::string text, std::string* failure) {
     m_platform.pointer.setBusy(true);
     m_session.LastDirectory = m_platform.files.currentDirectory();
     try {
-        m_platform.files.writeAll(path, text + std::string(analysis::kLineEnd));
+        text += analysis::kLineEnd;
+        m_platform.files.writeAll(path, text);
     } catch (const vocabulary::Failure& cause) {
         if (failure != nullptr) {
             *failure = cause.description();

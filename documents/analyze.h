@@ -145,7 +145,7 @@ class Analyze {
     // page) and the laid-out table.
     std::string composeTableForm(bool labelledName);
     // Steps after an accepted save dialog; false when the write failed, with its reason.
-    bool writeDocument(const std::string& path, const std::string& text, std::string* failure);
+    bool writeDocument(const std::string& path, std::string text, std::string* failure);
     // With neither a report nor data rows: the box of the command, and true.
     bool nothingToPutOut(const char* title, const char* text);
     void onGridCellChanged();

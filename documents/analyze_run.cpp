@@ -148,10 +148,13 @@ AnalysisRun Analyze::runAnalysis() {
 
         const analysis::Figures figures =
             analysis::computeFigures(estimate, static_cast<int>(table.size()));
-        const std::string report = analysis::reportText(
-            figures, m_name.text(), m_session.AnalysisFile, layoutTable(m_grid));
+        // The table ends the report: laid out straight behind the rest, and the pane takes
+        // the report itself, so that a long table is never held twice.
+        std::string report =
+            analysis::reportText(figures, m_name.text(), m_session.AnalysisFile, "");
+        appendLayoutTable(m_grid, report);
 
-        m_results.setText(report);
+        m_results.adoptText(std::move(report));
         m_session.AnalysisChanged = session::kChanged;
         m_platform.pointer.setBusy(false);
         AnalysisRun run;

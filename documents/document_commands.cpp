@@ -1,6 +1,7 @@
 // New, Open and Save: the document's life through the File menu, with the save question
 // and the window's file dialog.
 #include <algorithm>
+#include <utility>
 
 #include "documents/analyze.h"
 #include "documents/save_question.h"
@@ -98,7 +99,7 @@ void Analyze::saveFile() {
                                        platform::Buttons::Ok, platform::Icon::Exclamation, 1});
         return;
     }
-    const std::string text = composeFileText();
+    std::string text = composeFileText();
     setUpFileDialog(m_dialog, kSaveFlags);
     if (!m_session.AnalysisFile.empty()) {
         m_dialog.fileName = offeredName(m_session.AnalysisFile);
@@ -108,7 +109,7 @@ void Analyze::saveFile() {
         return;
     }
     std::string failure;
-    if (!writeDocument(m_dialog.fileName, text, &failure)) {
+    if (!writeDocument(m_dialog.fileName, std::move(text), &failure)) {
         m_platform.dialogs.messageBox(session::saveFailedBox(m_dialog.fileName, failure));
         // As after a cancelled dialog, so that a command that asked for this save stops
         // rather than lose the document.

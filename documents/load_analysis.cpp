@@ -7,6 +7,7 @@
 #include <string>
 
 #include "documents/analyze.h"
+#include "documents/loaded_table.h"
 #include "entry/grid.h"
 #include "entry/row_numbers.h"
 #include "vocabulary/failure.h"
@@ -23,62 +24,6 @@ constexpr std::string_view kNameLabel = "Analysis Name: ";
 constexpr int kRowLimitStep = 100;
 // Rows kept free below the loaded rows, so that the user can go on typing.
 constexpr int kRowsToSpare = 10;
-
-// Whether the text's leading value is 0. Spaces at its ends don't change that value, and
-// no number goes on past a CR, so the text up to the first CR decides it without a copy of
-// the whole text.
-bool startsWithHeadingLine(std::string_view text) {
-    return vocabulary::leadingValue(text.substr(0, text.find('\r'))) == 0.0;
-}
-
-// The position (from 0) of the n-th occurrence of c, or npos.
-std::size_t nthPosition(const std::string& text, char c, int n) {
-    std::size_t position = std::string::npos;
-    for (int i = 0; i < n; ++i) {
-        position = text.find(c, position == std::string::npos ? 0 : position + 1);
-        if (position == std::string::npos) {
-            break;
-        }
-    }
-    return position;
-}
-
-bool standsInFirstLine(std::size_t position, std::size_t firstLineEnd) {
-    return position != std::string::npos && firstLineEnd != std::string::npos &&
-           position < firstLineEnd;
-}
-
-// With commas as separators, a line gets at most columns - 1 Tabs; further commas belong
-// to the comment and become blanks.
-void commasToTabs(std::string& text, int columns) {
-    int counter = 1;
-    for (char& c : text) {
-        if (c == ',') {
-            if (counter < columns) {
-                c = '\t';
-                ++counter;
-            } else {
-                c = ' ';
-            }
-        } else if (c == '\r') {
-            counter = 1;
-        }
-    }
-}
-
-// Lines of the table: one more than its line ends behind the first character. Each CR is
-// a line end, and so is a LF without a CR before it: the grid's clip writing ends a row at
-// either, and a file from a program that ends its lines in LF alone must find as many rows
-// as it has lines, or its last rows would be cut off at the row limit.
-std::int64_t countLines(const std::string& text) {
-    std::int64_t ends = 0;
-    for (std::size_t i = 1; i < text.size(); ++i) {
-        if (text[i] == '\r' || (text[i] == '\n' && text[i - 1] != '\r')) {
-            ++ends;
-        }
-    }
-    return ends + 1;
-}
 
 } // namespace
 
@@ -101,7 +46,6 @@ LoadOutcome Analyze::loadAnalysis() {
                                        platform::Icon::Exclamation, 1});
     };
     int startRow = 1;
-    int columns = 3;
     try {
         const int dataRows = m_grid.dataRowCount();
         if (dataRows > 0) {
@@ -133,6 +77,9 @@ LoadOutcome Analyze::loadAnalysis() {
 
         m_platform.pointer.setBusy(true);
         std::string text = m_platform.files.readAll(m_session.AnalysisFile);
+        TableSpan span = findTable(text);
+        // Where the table is read from: the text, or the pane when the pane has taken it.
+        std::string_view source = text;
 
         const std::size_t namePosition = text.find(kNameLabel);
         if (namePosition == std::string::npos) {
@@ -149,7 +96,17 @@ LoadOutcome Analyze::loadAnalysis() {
             // changed; the pane and the flag are set after it.
             if (startRow == 1) {
                 m_name.setText(name);
-                m_results.setText(std::string_view(text).substr(namePosition));
+                if (span.start >= namePosition) {
+                    // The pane shows the file from the name on, the table included: it takes
+                    // the text itself, and the table is read from it, so that the file's
+                    // text is held once. Nothing writes the pane while the table loads.
+                    text.erase(0, namePosition);
+                    span = {span.start - namePosition, span.end - namePosition};
+                    m_results.adoptText(std::move(text));
+                    source = m_results.text();
+                } else {
+                    m_results.setText(std::string_view(text).substr(namePosition));
+                }
                 m_session.AnalysisChanged = session::kUnchanged;
             } else {
                 m_name.setText(m_name.text() + " / " + name);
@@ -158,38 +115,18 @@ LoadOutcome Analyze::loadAnalysis() {
         }
         formatResults();
 
-        // From here on the work is on the text alone.
-        vocabulary::replaceText(text, "\t\t", "\t");
-        while (text.size() >= 4 && text.compare(text.size() - 4, 4, "\r\n\r\n") == 0) {
-            text.resize(text.size() - 2);
-        }
-        const std::size_t lastBlankLine = text.rfind("\r\n\r\n");
-        if (lastBlankLine != std::string::npos) {
-            text.erase(0, lastBlankLine + 4);
-        }
-        if (startRow > 1 && startsWithHeadingLine(text)) {
+        std::string_view table = source.substr(span.start, span.end - span.start);
+        if (startRow > 1 && startsWithHeadingLine(table, false)) {
             // The grid has its headings already; drop the file's.
-            const std::size_t firstEnd = text.find("\r\n");
-            text.erase(0, firstEnd == std::string::npos ? std::min<std::size_t>(1, text.size())
-                                                        : firstEnd + 2);
+            const std::size_t firstEnd = table.find("\r\n");
+            table.remove_prefix(firstEnd == std::string_view::npos
+                                    ? std::min<std::size_t>(1, table.size())
+                                    : firstEnd + 2);
         }
+        const TableForm form = readTableForm(table);
+        const int columns = form.columns;
 
-        const std::size_t firstLineEnd = text.find("\r\n");
-        const bool commaMode = standsInFirstLine(nthPosition(text, ',', 2), firstLineEnd);
-        const char separator = commaMode ? ',' : '\t';
-        if (standsInFirstLine(nthPosition(text, separator, 3), firstLineEnd)) {
-            columns = 4;
-            if (standsInFirstLine(nthPosition(text, separator, 4), firstLineEnd)) {
-                columns = 5;
-            }
-        }
-        if (commaMode) {
-            commasToTabs(text, columns);
-        } else {
-            std::replace(text.begin(), text.end(), ',', ' ');
-        }
-
-        const std::int64_t lines = countLines(text);
+        const std::int64_t lines = countTableLines(table);
         std::int64_t rowLimit = m_grid.rowLimit();
         if (lines + startRow + kRowsToSpare > rowLimit) {
             while (lines + startRow + kRowsToSpare > rowLimit) {
@@ -211,9 +148,8 @@ LoadOutcome Analyze::loadAnalysis() {
             }
         }
 
-        m_grid.setCol(columns == 5 ? 0 : 1);
-        m_grid.setRow(startRow == 1 && startsWithHeadingLine(text) ? 0 : startRow);
-        m_grid.setClip(text);
+        writeTable(m_grid, table, form, columns == 5 ? 0 : 1,
+                   startRow == 1 && startsWithHeadingLine(table, true) ? 0 : startRow);
 
         if (columns == 5) {
             numberRows();

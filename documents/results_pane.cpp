@@ -19,6 +19,16 @@ void ResultsPane::setText(std::string_view text) {
         std::string().swap(m_text);
     }
     m_text.assign(text);
+    textChanged();
+}
+
+void ResultsPane::adoptText(std::string text) {
+    std::string().swap(m_text); // the old text goes before anyone looks at the new
+    m_text = std::move(text);
+    textChanged();
+}
+
+void ResultsPane::textChanged() {
     m_look = PaneLook{};
     m_caret = 0;
     changed();

@@ -36,6 +36,8 @@ class ResultsPane {
 
     const std::string& text() const { return m_text; }
     void setText(std::string_view text);
+    // The same, taking the text itself rather than a copy of it.
+    void adoptText(std::string text);
 
     const FontSpec& font() const { return m_font; }
     const PaneLook& look() const { return m_look; }
@@ -49,6 +51,7 @@ class ResultsPane {
     void setListener(std::function<void()> listener) { m_listener = std::move(listener); }
 
   private:
+    void textChanged();
     void changed();
 
     FontSpec m_font;

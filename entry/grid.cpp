@@ -62,6 +62,10 @@ std::string Grid::cell(int col, int row) const {
     return inRange(col, row) ? at(col, row).text : std::string();
 }
 
+std::string_view Grid::storedText(int col, int row) const {
+    return inRange(col, row) ? std::string_view(at(col, row).text) : std::string_view();
+}
+
 bool Grid::cellHolds(int col, int row, std::string_view text) const {
     if (m_editMode && col == m_activeCol && row == m_activeRow) {
         return m_editText == text;

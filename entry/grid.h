@@ -107,6 +107,9 @@ class Grid {
     void setText(std::string_view text);
     // The same without moving the address.
     std::string cell(int col, int row) const;
+    // What the cell holds, without an edit in progress: the text clip() gives for it.
+    // Valid until the cell next changes.
+    std::string_view storedText(int col, int row) const;
     void setCell(int col, int row, std::string_view text);
     // Whether cell(col, row) is text, without copying it.
     bool cellHolds(int col, int row, std::string_view text) const;

@@ -177,41 +177,76 @@ bool isWholeNumber(double v) {
     return nearlyEqual(v, roundHalfEven(v));
 }
 
-double leadingValue(std::string_view text) {
-    std::string s;
-    s.reserve(text.size());
-    for (const char c : text) {
-        if (c != ' ' && c != '\t' && c != '\n') {
-            s += c;
-        }
+namespace {
+
+// A text as the leading value reads it: its blanks passed over wherever they stand, one
+// character at a time, so that a long text is never copied to drop them.
+class NonBlankReader {
+  public:
+    NonBlankReader(std::string_view text, bool commasAreBlanks)
+        : m_text(text), m_commasAreBlanks(commasAreBlanks) {
+        skipBlanks();
+    }
+    bool atEnd() const { return m_pos >= m_text.size(); }
+    char peek() const { return m_text[m_pos]; }
+    bool peekIs(char c) const { return !atEnd() && peek() == c; }
+    void next() {
+        ++m_pos;
+        skipBlanks();
     }
 
-    if (s.size() >= 2 && s[0] == '&') {
-        if (s[1] == 'H' || s[1] == 'h') {
-            return radixValue(std::string_view(s).substr(2), 16);
+  private:
+    void skipBlanks() {
+        while (m_pos < m_text.size() && isBlank(m_text[m_pos])) {
+            ++m_pos;
         }
-        if (s[1] == 'O' || s[1] == 'o') {
-            return radixValue(std::string_view(s).substr(2), 8);
+    }
+    bool isBlank(char c) const {
+        return c == ' ' || c == '\t' || c == '\n' || (m_commasAreBlanks && c == ',');
+    }
+
+    std::string_view m_text;
+    bool m_commasAreBlanks;
+    std::size_t m_pos = 0;
+};
+
+bool isHexDigit(char c) {
+    return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+}
+
+double readLeadingValue(NonBlankReader in) {
+    if (in.peekIs('&')) {
+        NonBlankReader radix = in;
+        radix.next();
+        if (!radix.atEnd()) {
+            const char kind = radix.peek();
+            radix.next();
+            if (kind != 'H' && kind != 'h' && kind != 'O' && kind != 'o') {
+                return 0.0;
+            }
+            // The digits up to the first character that is no digit at all.
+            std::string digits;
+            for (; !radix.atEnd() && isHexDigit(radix.peek()); radix.next()) {
+                digits += radix.peek();
+            }
+            return radixValue(digits, kind == 'H' || kind == 'h' ? 16 : 8);
         }
-        return 0.0;
     }
 
     DecimalParts parts;
-    std::size_t i = 0;
-    const std::size_t n = s.size();
-    if (i < n && (s[i] == '+' || s[i] == '-')) {
-        parts.negative = s[i] == '-';
-        ++i;
+    if (in.peekIs('+') || in.peekIs('-')) {
+        parts.negative = in.peek() == '-';
+        in.next();
     }
     bool anyDigit = false;
-    for (; i < n && isDigit(s[i]); ++i) {
-        parts.mantissa += s[i];
+    for (; !in.atEnd() && isDigit(in.peek()); in.next()) {
+        parts.mantissa += in.peek();
         anyDigit = true;
     }
-    if (i < n && s[i] == '.') {
+    if (in.peekIs('.')) {
         parts.mantissa += '.';
-        for (++i; i < n && isDigit(s[i]); ++i) {
-            parts.mantissa += s[i];
+        for (in.next(); !in.atEnd() && isDigit(in.peek()); in.next()) {
+            parts.mantissa += in.peek();
             anyDigit = true;
         }
     }
@@ -219,21 +254,32 @@ double leadingValue(std::string_view text) {
         return 0.0;
     }
     // An exponent counts only with at least one digit: "1e" and "1e+" are 1.
-    if (i < n && (s[i] == 'E' || s[i] == 'e' || s[i] == 'D' || s[i] == 'd')) {
-        std::size_t j = i + 1;
+    if (!in.atEnd() &&
+        (in.peek() == 'E' || in.peek() == 'e' || in.peek() == 'D' || in.peek() == 'd')) {
+        in.next();
         bool negativeExponent = false;
-        if (j < n && (s[j] == '+' || s[j] == '-')) {
-            negativeExponent = s[j] == '-';
-            ++j;
+        if (in.peekIs('+') || in.peekIs('-')) {
+            negativeExponent = in.peek() == '-';
+            in.next();
         }
-        for (; j < n && isDigit(s[j]); ++j) {
-            addExponentDigit(parts.exponent, s[j]);
+        for (; !in.atEnd() && isDigit(in.peek()); in.next()) {
+            addExponentDigit(parts.exponent, in.peek());
         }
         if (negativeExponent) {
             parts.exponent = -parts.exponent;
         }
     }
     return toDouble(parts);
+}
+
+} // namespace
+
+double leadingValue(std::string_view text) {
+    return readLeadingValue(NonBlankReader(text, false));
+}
+
+double leadingValueWithCommasAsBlanks(std::string_view text) {
+    return readLeadingValue(NonBlankReader(text, true));
 }
 
 std::int32_t roundToInt32(double v) {

@@ -28,6 +28,10 @@ bool isWholeNumber(double v);
 // large for a double gives an infinity of its sign.
 double leadingValue(std::string_view text);
 
+// The leading value of the text with its commas passed over as blanks too: the value a
+// line starts with once its commas have become separators.
+double leadingValueWithCommasAsBlanks(std::string_view text);
+
 // Rounds to the nearest whole number, a tie to the even one, as a signed 32-bit number.
 // Throws Failure 6 when the result is out of range (or v is not finite).
 std::int32_t roundToInt32(double v);

@@ -104,8 +104,8 @@ std::string& replaceText(std::string& text, std::string_view find, std::string_v
 // its original position minus the count of deletions so far. The tab-pair searches start
 // just behind the last pair found, and the CR LF searches start at monotone positions, so
 // with the last CR LF found kept the whole pass is linear in the text.
-std::string& closeTabs(std::string& text) {
-    const std::string_view s = text;
+std::string& closeTabs(std::string& text, std::size_t from) {
+    const std::string_view s = std::string_view(text).substr(from);
     std::vector<std::size_t> deleted; // 0-based original positions
 
     // Last CR LF search: its start and its result (0 for none), both original, 1-based.
@@ -143,10 +143,10 @@ std::string& closeTabs(std::string& text) {
     }
 
     if (!deleted.empty()) {
-        std::size_t write = deleted.front();
+        std::size_t write = from + deleted.front();
         std::size_t d = 0;
-        for (std::size_t read = deleted.front(); read < text.size(); ++read) {
-            if (d < deleted.size() && deleted[d] == read) {
+        for (std::size_t read = write; read < text.size(); ++read) {
+            if (d < deleted.size() && from + deleted[d] == read) {
                 ++d;
                 continue;
             }

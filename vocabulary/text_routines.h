@@ -18,8 +18,9 @@ std::string& replaceText(std::string& text, std::string_view find, std::string_v
 // Lines up a table whose cell boundaries are all doubled Tabs on tab stops eight
 // characters apart: a cell of 8 characters or more (10 or more for the first cell of the
 // text) loses one Tab of its pair; the first pair of every later line keeps both. In place,
-// one pass; returns text.
-std::string& closeTabs(std::string& text);
+// one pass; returns text. With from, only the part of text from there on is lined up, as
+// a text of its own.
+std::string& closeTabs(std::string& text, std::size_t from = 0);
 
 // Removes every character with the given code, in place; returns text. Codes outside
 // 0..255 match nothing.
