@@ -3,6 +3,7 @@
 #include <QMdiSubWindow>
 #include <QVBoxLayout>
 
+#include "comparison/compare_rows.h"
 #include "platform/qt/qt_grid_view.h"
 #include "platform/qt/qt_twips.h"
 
@@ -13,7 +14,9 @@ QtCompareWindow::QtCompareWindow(comparison::Compare& compare, QWidget* parent)
     setObjectName(QStringLiteral("Compare"));
     m_grid = new QtGridView(compare.grid(), this);
     m_grid->setObjectName(QStringLiteral("grid"));
-    m_grid->setWrappedColumns(&comparison::Compare::centred);
+    m_grid->setCentredColumns(&comparison::Compare::centred);
+    m_grid->setResizableColumns();
+    m_grid->setPathColumn(comparison::column::File);
     // The table is read on white, whatever the desktop's colours.
     QPalette palette = m_grid->palette();
     palette.setColor(QPalette::Base, Qt::white);

@@ -87,9 +87,18 @@ QVariant QtGridModel::data(const QModelIndex& index, int role) const {
         return {};
     case Qt::TextAlignmentRole:
         return alignment(col, false);
+    case Qt::ToolTipRole:
+        return wholeTextTip(m_grid.cell(col, row));
     default:
         return {};
     }
+}
+
+QVariant QtGridModel::wholeTextTip(std::string_view text) const {
+    if (!m_tips || text.empty()) {
+        return {};
+    }
+    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 // A heading wraps only when its alignment says so; the cells wrap by the view's setting.
@@ -110,6 +119,10 @@ QVariant QtGridModel::headerData(int section, Qt::Orientation orientation, int r
     if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole && section >= 0 &&
         section < columnCount()) {
         return alignment(section, true);
+    }
+    if (orientation == Qt::Horizontal && role == Qt::ToolTipRole && section >= 0 &&
+        section < columnCount()) {
+        return wholeTextTip(m_grid.cell(section, 0));
     }
     return QAbstractTableModel::headerData(section, orientation, role);
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <functional>
+#include <string_view>
 
 #include <QAbstractTableModel>
 
@@ -24,6 +25,8 @@ class QtGridModel : public QAbstractTableModel {
     // set, each column's text is centred or at the left as centred(col) says, vertically
     // centred, and the headings wrap inside their cells.
     void setCentredColumns(std::function<bool(int col)> centred);
+    // Each cell and heading with text shows its whole text as its tip.
+    void setWholeTextTips(bool on) { m_tips = on; }
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     int columnCount(const QModelIndex& parent = QModelIndex()) const override;
@@ -50,12 +53,14 @@ class QtGridModel : public QAbstractTableModel {
     void resetFromGrid();
     bool inSelection(int col, int row) const;
     QVariant alignment(int col, bool heading) const;
+    QVariant wholeTextTip(std::string_view text) const;
 
     entry::Grid& m_grid;
     // The row count the views were last told of. While the grid's redraw is off the grid
     // may have grown or shrunk unheard; the model keeps answering for what was announced.
     int m_rows = 0;
     std::function<bool(int col)> m_centred;
+    bool m_tips = false;
 };
 
 } // namespace titron::qt

@@ -10,9 +10,11 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
+#include <QStyle>
 
 #include "entry/key_codes.h"
 #include "platform/qt/qt_grid_model.h"
+#include "platform/qt/qt_path_delegate.h"
 #include "platform/qt/qt_twips.h"
 
 namespace titron::qt {
@@ -221,6 +223,28 @@ class HeadingRow : public QHeaderView {
         return size;
     }
 
+  protected:
+    // A heading that wraps asks only for the room of its widest word: fitting a column to
+    // its text then fits its figures, and the heading wraps over them.
+    QSize sectionSizeFromContents(int section) const override {
+        QSize size = QHeaderView::sectionSizeFromContents(section);
+        const int place =
+            model()->headerData(section, orientation(), Qt::TextAlignmentRole).toInt();
+        if ((place & Qt::TextWordWrap) == 0) {
+            return size;
+        }
+        const QString text = model()->headerData(section, orientation()).toString();
+        const QFontMetrics metrics = fontMetrics();
+        int widest = 0;
+        for (const QString& word : text.split(u' ', Qt::SkipEmptyParts)) {
+            widest = std::max(widest, metrics.horizontalAdvance(word));
+        }
+        // The label's margins on both sides, and a pixel each for rounding.
+        const int margin = style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, this) + 1;
+        size.setWidth(widest + 2 * margin);
+        return size;
+    }
+
   private:
     int m_height = 0;
 };
@@ -275,9 +299,11 @@ QtGridView::QtGridView(entry::Grid& grid, QWidget* parent)
 
 void QtGridView::applyGridLayout() {
     auto* heading = static_cast<HeadingRow*>(horizontalHeader());
+    m_applyingLayout = true;
     for (int col = 0; col <= m_grid.maxCols(); ++col) {
         heading->resizeSection(col, twipsToPixelsX(m_grid.colWidth(col), *this));
     }
+    m_applyingLayout = false;
     const int headingTwips = m_grid.rowHeight(0);
     heading->setRowHeight(
         twipsToPixelsY(headingTwips > 0 ? headingTwips : kDefaultRowTwips, *this));
@@ -296,11 +322,33 @@ void QtGridView::applyGridLayout() {
     updateGeometries();
 }
 
-void QtGridView::setWrappedColumns(std::function<bool(int col)> centred) {
+void QtGridView::setCentredColumns(std::function<bool(int col)> centred) {
     m_model->setCentredColumns(std::move(centred));
-    setWordWrap(true);
+    m_model->setWholeTextTips(true);
+    setWordWrap(false);
     // An elided heading would be cut to one line before it could wrap.
     horizontalHeader()->setTextElideMode(Qt::ElideNone);
+}
+
+void QtGridView::setResizableColumns() {
+    QHeaderView* heading = horizontalHeader();
+    for (int col = 1; col <= m_grid.maxCols(); ++col) {
+        heading->setSectionResizeMode(col, QHeaderView::Interactive);
+    }
+    // A double click on a border fits the column (QTableView's own answer to it).
+    connect(heading, &QHeaderView::sectionResized, this, &QtGridView::onColumnResized);
+}
+
+void QtGridView::setPathColumn(int col) {
+    setItemDelegateForColumn(col, new QtPathDelegate(this));
+}
+
+// The grid keeps the user's width, so that the next layout from the grid (new rows, a
+// deletion) shows it again.
+void QtGridView::onColumnResized(int col, int /*oldPixels*/, int newPixels) {
+    if (!m_applyingLayout && col >= 1) {
+        m_grid.setColWidth(col, pixelsToTwipsX(newPixels, *this));
+    }
 }
 
 // --- Keys -------------------------------------------------------------------------------------

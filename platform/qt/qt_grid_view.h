@@ -23,9 +23,16 @@ class QtGridView : public QTableView {
 
     // Column widths, row heights and the heading row's height from the grid (twips).
     void applyGridLayout();
-    // Text wrapped inside the cells and headings, vertically centred, each column centred or
-    // at the left as centred(col) says. Without it, text stands on one line at the left.
-    void setWrappedColumns(std::function<bool(int col)> centred);
+    // Text placed by column, centred or at the left as centred(col) says, and vertically
+    // centred. The headings wrap inside their cells; a cell's text stands on one line, so
+    // that no figure is broken, shortened with an ellipsis where the column is too narrow
+    // and whole in the cell's tip. Without it, text stands on one line at the left.
+    void setCentredColumns(std::function<bool(int col)> centred);
+    // The user widens or narrows a data column by dragging its heading's right border, and
+    // fits it to its text by double-clicking the border; the width goes into the grid.
+    void setResizableColumns();
+    // The column's cells hold file paths, drawn with the file name in sight.
+    void setPathColumn(int col);
 
   signals:
     // The keyboard focus came or went; a pop-up menu or a box over the window doesn't count.
@@ -63,6 +70,7 @@ class QtGridView : public QTableView {
     void showFirstVisibleRow();
     void onScrolled(int value);
     void onModelReset();
+    void onColumnResized(int col, int oldPixels, int newPixels);
 
     entry::Grid& m_grid;
     QtGridModel* m_model;
@@ -74,6 +82,8 @@ class QtGridView : public QTableView {
     Cell m_dragEnd{1, 1};
     // Set while the view scrolls itself to the grid's first visible row.
     bool m_applyingScroll = false;
+    // Set while the view takes the grid's column widths, which are then no user's change.
+    bool m_applyingLayout = false;
 };
 
 } // namespace titron::qt

@@ -1,13 +1,18 @@
 // Compare on screen: the toolbar's Compare button brings the saved analyses of the current
 // directory in front of Analyze and takes them away again; the user's moves and keys on the
 // grid reach the comparison logic, which recolours and recomputes, and typing changes nothing.
+// At the frame's first size every figure stays readable: on one line, whole in its tip, in a
+// column the user can widen.
 #include <filesystem>
 
 #include <QAction>
 #include <QApplication>
 #include <QBrush>
+#include <QHeaderView>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QPainter>
+#include <QPdfWriter>
 #include <QTest>
 #include <QToolBar>
 
@@ -19,6 +24,7 @@
 #include "platform/qt/qt_grid_model.h"
 #include "platform/qt/qt_grid_view.h"
 #include "platform/qt/qt_twips.h"
+#include "tests/gui/pdf_words.h"
 #include "tests/gui/qt_frame_fixture.h"
 #include "tests/scratch_directory.h"
 
@@ -59,6 +65,27 @@ class QtCompareWindowTest : public testing::QtFrameFixture {
         return view().visualRect(model().cellIndex(col, row)).center();
     }
 
+    // The words the view draws in a cell, read back from a PDF of the view.
+    std::vector<testing::Word> drawnIn(int col, int row) {
+        const QString path = QString::fromStdString((scratch.path / "grid.pdf").string());
+        const double points = 72.0 / view().logicalDpiX(); // per pixel
+        {
+            QPdfWriter pdf(path);
+            pdf.setResolution(view().logicalDpiX());
+            pdf.setPageMargins({});
+            pdf.setPageSize(QPageSize(QSizeF(view().size()) * points, QPageSize::Point));
+            QPainter painter(&pdf);
+            view().render(&painter);
+        }
+        const QRectF cell = QRectF(view().visualRect(model().cellIndex(col, row)))
+                                .translated(view().viewport()->pos());
+        std::vector<testing::Word> words = testing::readPdf(path).words;
+        std::erase_if(words, [&](const testing::Word& w) {
+            return !cell.contains(QPointF(w.left + w.right, w.top + w.bottom) / (2 * points));
+        });
+        return words;
+    }
+
     titron::testing::ScratchDirectory scratch;
 };
 
@@ -83,11 +110,9 @@ TEST_F(QtCompareWindowTest, CompareButtonShowsTheSavedAnalysesInFrontAndTakesThe
     EXPECT_TRUE(cell(column::Difference, 1).isEmpty());
     EXPECT_FALSE(cell(column::Difference, 2).isEmpty());
 
-    // The look: the columns' widths as the logic lays them out, text wrapped and placed by
-    // column.
+    // The look: the columns' widths as the logic lays them out, text placed by column.
     EXPECT_EQ(view().columnWidth(column::File),
               twipsToPixelsX(compare.grid().colWidth(column::File), view()));
-    EXPECT_TRUE(view().wordWrap());
     const auto alignment = [this](int col) {
         return model().data(model().cellIndex(col, 1), Qt::TextAlignmentRole).toInt();
     };
@@ -144,6 +169,71 @@ TEST_F(QtCompareWindowTest, MovesRecompareTypingChangesNothingAndDeleteTakesWhol
     ASSERT_EQ(model().rowCount(), 1);
     EXPECT_EQ(cell(column::File, 1), second);
     EXPECT_EQ(colour(column::File, 1), kRed);
+}
+
+TEST_F(QtCompareWindowTest, AtTheFirstFrameSizeFiguresStandOnOneLineWholeInTheirTips) {
+    windows.placeFrame(platform::WindowState::Normal, 300, 300, 7200, 9600); // 640 x 480
+    clickCompare();
+    ASSERT_EQ(model().rowCount(), 2);
+    // No figure is broken over two lines, however narrow its column.
+    for (int col = column::LogProportion; col <= comparison::kCompareColumns; ++col) {
+        const std::vector<testing::Word> words = drawnIn(col, 2);
+        ASSERT_FALSE(words.empty()) << "column " << col;
+        for (const testing::Word& word : words) {
+            EXPECT_NEAR(word.top, words.front().top, 1.0) << "column " << col;
+        }
+    }
+    // Each cell holds its whole text as its tip.
+    EXPECT_EQ(model().data(model().cellIndex(column::Ratio, 2), Qt::ToolTipRole).toString(),
+              cell(column::Ratio, 2));
+
+    // A long path gives way in its folder, so that the file name stays in sight.
+    const QString path = cell(column::File, 1);
+    const QString name = path.mid(path.lastIndexOf(u'/')); // "/spleen-a.tna" or "-b"
+    const QFontMetrics metrics = view().fontMetrics();
+    view().setColumnWidth(column::File, metrics.horizontalAdvance(path) * 2 / 3);
+    const std::vector<testing::Word> shown = drawnIn(column::File, 1);
+    ASSERT_EQ(shown.size(), 1U);
+    EXPECT_TRUE(shown[0].text.startsWith(path.left(4)) &&
+                shown[0].text.endsWith(QChar(0x2026) + name))
+        << shown[0].text.toStdString();
+}
+
+TEST_F(QtCompareWindowTest, HeadingBordersWidenColumnsByDragAndFitThemByDoubleClick) {
+    windows.placeFrame(platform::WindowState::Normal, 300, 300, 7200, 9600); // 640 x 480
+    clickCompare();
+    ASSERT_EQ(model().rowCount(), 2);
+    QHeaderView& heading = *view().horizontalHeader();
+    const auto border = [&heading](int col) {
+        return QPoint(heading.sectionViewportPosition(col) + heading.sectionSize(col) - 1,
+                      heading.height() / 2);
+    };
+
+    const int ratioWidth = view().columnWidth(column::Ratio);
+    const QPoint from = border(column::Ratio);
+    const QPoint to = from + QPoint(40, 0);
+    QTest::mousePress(heading.viewport(), Qt::LeftButton, {}, from);
+    QMouseEvent drag(QEvent::MouseMove, to, heading.viewport()->mapToGlobal(to), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(heading.viewport(), &drag);
+    QTest::mouseRelease(heading.viewport(), Qt::LeftButton, {}, to);
+    EXPECT_EQ(view().columnWidth(column::Ratio), ratioWidth + 40);
+
+    // Fitted to its figures; the heading wraps over them rather than asking for one line.
+    const int interval = view().fontMetrics().horizontalAdvance(cell(column::Interval, 2));
+    ASSERT_GT(interval, view().columnWidth(column::Interval));
+    QTest::mouseDClick(heading.viewport(), Qt::LeftButton, {}, border(column::Interval));
+    const int fitted = view().columnWidth(column::Interval);
+    EXPECT_GT(fitted, interval);
+    EXPECT_LT(fitted, view().fontMetrics().horizontalAdvance(
+                          QStringLiteral("95% C.I. for Ratio of Prop.'s")));
+
+    // The widths are the grid's: the layout that follows a deletion keeps them.
+    QTest::mouseClick(view().viewport(), Qt::LeftButton, {}, centreOf(0, 2));
+    QTest::keyClick(&view(), Qt::Key_Delete);
+    ASSERT_EQ(model().rowCount(), 1);
+    EXPECT_EQ(view().columnWidth(column::Ratio), ratioWidth + 40);
+    EXPECT_EQ(view().columnWidth(column::Interval), fitted);
 }
 
 } // namespace
