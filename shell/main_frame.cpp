@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <optional>
 #include <utility>
 
 #include "analysis/report.h"
 #include "documents/save_question.h"
+#include "shell/help_document.h"
 
 namespace titron::shell {
 
@@ -176,14 +178,20 @@ void Main::openGivenFile(const std::string& path) {
 }
 
 void Main::helpContents() {
-    const std::string path = m_programDirectory + "/" + m_session.HelpFile;
+    const std::optional<std::string> document =
+        helpDocument(m_programDirectory, m_session.HelpFile,
+                     [this](const std::string& path) { return m_platform.files.exists(path); });
     const std::string lineEnd(analysis::kLineEnd);
     std::string problem;
-    if (!m_platform.files.exists(path)) {
+    if (!document) {
         problem = "The help file " + m_session.HelpFile + " was not found. It was looked for in" +
-                  lineEnd + m_programDirectory;
-    } else if (!m_windows.openWithDesktop(path)) {
-        problem = "No program of this desktop opens the help file" + lineEnd + path;
+                  lineEnd + m_programDirectory + lineEnd + "The manual was not found either. It" +
+                  " was looked for as";
+        for (const std::string& place : manualPlaces(m_programDirectory)) {
+            problem += lineEnd + place;
+        }
+    } else if (!m_windows.openWithDesktop(*document)) {
+        problem = "No program of this desktop opens the help file" + lineEnd + *document;
     }
     if (!problem.empty()) {
         m_platform.dialogs.messageBox(

@@ -44,8 +44,8 @@ class Main {
     // current one as an accepted file dialog leaves it.
     void openGivenFile(const std::string& path);
 
-    // The help viewer: the help file of the program's directory, opened with the desktop's
-    // handler; a box says where it was looked for when it is not there.
+    // The help viewer: the help file of the program's directory, or else the manual, opened
+    // with the desktop's handler; a box says where they were looked for when neither is there.
     void helpContents();
 
   private:

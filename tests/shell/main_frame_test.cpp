@@ -57,11 +57,23 @@ TEST_F(MainFrameTest, DisabledAndHiddenCommandsDoNothingAndThePopupsFillReachesT
     EXPECT_EQ(cell(1, 3), "6");
 }
 
-TEST_F(MainFrameTest, HelpOpensTheFileBesideTheProgramOrSaysWhereItLooked) {
+TEST_F(MainFrameTest, HelpOpensTheFileBesideTheProgramOrTheManualOrSaysWhereItLooked) {
+    const std::string parent = directory.parent_path().string();
     main.toolbarClick("Help");
     expectBox("HELP CONTENTS",
-              "The help file TITRO.HLP was not found. It was looked for in\r\n" + dir());
+              "The help file TITRO.HLP was not found. It was looked for in\r\n" + dir() +
+                  "\r\nThe manual was not found either. It was looked for as\r\n" + parent +
+                  "/share/doc/titron/manual/index.html\r\n" + parent + "/docs/manual/index.html");
     EXPECT_TRUE(log.empty());
+
+    // A program installed in bin/ opens the manual installed beside it.
+    const std::filesystem::path manual = directory / "share/doc/titron/manual/index.html";
+    std::filesystem::create_directories(manual.parent_path());
+    std::ofstream(manual) << "<html></html>";
+    Main installed(platform.services(), windows, session, analyze, compare, dir() + "/bin");
+    installed.menuClick(session::MenuItem::HelpContents);
+    EXPECT_EQ(log, (std::vector<std::string>{"open " + manual.string()}));
+    log.clear();
 
     std::ofstream(directory / "TITRO.HLP") << "help";
     main.menuClick(session::MenuItem::HelpContents);
