@@ -140,10 +140,13 @@ void DataGrid::onLeavingCell(int newCol, int newRow) {
     }
 }
 
+// Fill acts on a block of one column with rows of its own: whole rows or a whole column
+// give it no cell to copy, so it is not offered there.
 void DataGrid::onRightClick(int x, int y) {
     session::FrameModel& frame = m_session.frame;
     const CellBlock s = m_grid.selection();
-    frame.setItemEnabled(session::MenuItem::DropFill, m_grid.blockSelected() && s.col == s.col2);
+    const bool fillActs = m_grid.blockSelected() && s.col == s.col2 && s.col != -1 && s.row != -1;
+    frame.setItemEnabled(session::MenuItem::DropFill, fillActs);
     frame.setItemEnabled(session::MenuItem::DropPaste, m_platform.clipboard.hasText());
     frame.openPopup({x, y});
 }

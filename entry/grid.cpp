@@ -25,6 +25,22 @@ bool isEmpty(int first, int last) {
     return first > last;
 }
 
+// A span of a selection made in either direction, as bounds: first <= last, and -1 on both
+// sides when either side is -1 (all of that line).
+void orderSpan(int& first, int& last) {
+    if (first == -1 || last == -1) {
+        first = last = -1;
+    } else if (first > last) {
+        std::swap(first, last);
+    }
+}
+
+CellBlock ordered(CellBlock block) {
+    orderSpan(block.col, block.col2);
+    orderSpan(block.row, block.row2);
+    return block;
+}
+
 } // namespace
 
 Grid::Grid(int maxCols, int rowLimit) : m_maxCols(maxCols), m_rowLimit(rowLimit) {
@@ -185,11 +201,11 @@ void Grid::setFirstVisibleRow(int row) {
 }
 
 void Grid::setSelection(const CellBlock& block) {
-    m_selection = block;
-    const bool oneCell =
-        block.col == block.col2 && block.row == block.row2 && block.col != -1 && block.row != -1;
+    m_selection = ordered(block);
+    const CellBlock& s = m_selection;
+    const bool oneCell = s.col == s.col2 && s.row == s.row2 && s.col != -1 && s.row != -1;
     m_blockSelected = !oneCell;
-    notify(GridChangeKind::Selection, block);
+    notify(GridChangeKind::Selection, m_selection);
 }
 
 void Grid::clearSelection() {

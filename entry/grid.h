@@ -129,6 +129,8 @@ class Grid {
     int firstVisibleRow() const { return m_firstVisibleRow; }
     void setFirstVisibleRow(int row);
     bool blockSelected() const { return m_blockSelected; }
+    // The bounds stand in order (col <= col2, row <= row2) whichever way the block was made,
+    // and a -1 stands on both sides of its pair.
     CellBlock selection() const { return m_selection; }
     // A single cell (no -1 bound) is no block: block selected is then false.
     void setSelection(const CellBlock& block);

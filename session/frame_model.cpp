@@ -155,30 +155,41 @@ void FrameModel::setAvailable(Command command, bool available) {
 }
 
 void FrameModel::gridFocusGained() {
-    switchRowCommands(true);
+    m_gridHasFocus = true;
+    showRowCommands();
 }
 
 void FrameModel::gridFocusLost() {
-    switchRowCommands(false);
+    m_gridHasFocus = false;
+    showRowCommands();
 }
 
 void FrameModel::compareActivated() {
+    m_compareActive = true;
     switchForCompare(true);
 }
 
 void FrameModel::compareDeactivated() {
+    m_compareActive = false;
     switchForCompare(false);
 }
 
-void FrameModel::switchRowCommands(bool on) {
-    buttonRef("Insert").enabled = on;
-    buttonRef("Delete").enabled = on;
-    itemRef(MenuItem::EditInsert).enabled = on;
-    itemRef(MenuItem::EditDelete).enabled = on;
+// The row commands follow the window in front, whatever order the focus events come in
+// (a frame that isn't the active window hears of no focus move when Compare comes up).
+// Insert works on the grid of Analyze: on while that grid has the focus and Compare isn't
+// in front. Delete works on the window in front: Compare's rows, or that grid with the focus.
+void FrameModel::showRowCommands() {
+    const bool insert = m_gridHasFocus && !m_compareActive;
+    const bool remove = m_gridHasFocus || m_compareActive;
+    buttonRef("Insert").enabled = insert;
+    itemRef(MenuItem::EditInsert).enabled = insert;
+    buttonRef("Delete").enabled = remove;
+    itemRef(MenuItem::EditDelete).enabled = remove;
     changed();
 }
 
-// While Compare is active, what it has no use for is off; it keeps its own Delete command.
+// While Compare is active, what it has no use for is off; it keeps its own Delete command
+// (the row commands: showRowCommands).
 // "Compare Analyses" comes back on with the rest: once the comparison is away, the menu
 // should offer it again as the button does.
 void FrameModel::switchForCompare(bool active) {
@@ -189,10 +200,8 @@ void FrameModel::switchForCompare(bool active) {
                           MenuItem::AnalyzeCompare}) {
         itemRef(item).enabled = !active;
     }
-    buttonRef("Delete").enabled = active;
-    itemRef(MenuItem::EditDelete).enabled = active;
     buttonRef("Compare").pressed = active;
-    changed();
+    showRowCommands();
 }
 
 void FrameModel::openPopup(PopupRequest at) {

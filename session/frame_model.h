@@ -149,11 +149,14 @@ class FrameModel {
     Tables& tables() const;
     MenuEntry& itemRef(MenuItem item);
     ToolButton& buttonRef(std::string_view key);
-    void switchRowCommands(bool on);
+    void showRowCommands();
     void switchForCompare(bool active);
     void changed();
 
     mutable std::optional<Tables> m_tables;
+    // What the row commands follow: the grid of Analyze has the focus; Compare is in front.
+    bool m_gridHasFocus = false;
+    bool m_compareActive = false;
     std::vector<PopupRequest> m_popups;
     std::function<void()> m_listener;
     std::function<void(PopupRequest)> m_popupListener;

@@ -171,6 +171,32 @@ bool isNavigationKey(int key) {
     }
 }
 
+// Shift+F10 and the Menu key ask for the pop-up menu, as a right click does.
+bool isMenuKey(const QKeyEvent& event) {
+    const Qt::KeyboardModifiers modifiers =
+        event.modifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier);
+    return (event.key() == Qt::Key_Menu && modifiers == Qt::NoModifier) ||
+           (event.key() == Qt::Key_F10 && modifiers == Qt::ShiftModifier);
+}
+
+// Where a selection's span stays put while Shift and the mouse grow it: at the cursor's line
+// when the span starts or ends there, else at its first line. A whole span (-1) has none of
+// its own: the cursor's line stands for it.
+int fixedEnd(int first, int last, int cursor) {
+    if (first == -1) {
+        return cursor;
+    }
+    return cursor == last ? last : first;
+}
+
+// The span's other end, the one that grows.
+int movingEnd(int first, int last, int fixed) {
+    if (first == -1) {
+        return fixed;
+    }
+    return fixed == first ? last : first;
+}
+
 // The keys the grid takes. Everything else (Alt+letter for the menus, Ctrl+A, Ctrl+N and
 // the other commands, F1) passes on to the window and its shortcuts.
 bool isGridKey(const QKeyEvent& event) {
@@ -181,7 +207,7 @@ bool isGridKey(const QKeyEvent& event) {
         return false;
     }
     const int key = event.key();
-    if (isNavigationKey(key)) {
+    if (isNavigationKey(key) || isMenuKey(event)) {
         return true;
     }
     switch (key) {
@@ -390,6 +416,10 @@ void QtGridView::keyPressEvent(QKeyEvent* event) {
         navigate(key, modifiers);
         return;
     }
+    if (isMenuKey(*event)) {
+        openPopupAtCursor();
+        return;
+    }
     switch (key) {
     case Qt::Key_Tab:
         m_grid.userMoveTo(m_grid.activeCol() + 1, m_grid.activeRow());
@@ -434,7 +464,8 @@ void QtGridView::typeText(const QString& text) {
     }
 }
 
-// Shift extends the selection from its moving corner; an axis selected whole (-1) stays so.
+// Shift moves the selection's growing corner, whichever way the block was made; an axis
+// selected whole (-1) stays so.
 void QtGridView::navigate(int key, Qt::KeyboardModifiers modifiers) {
     const bool ctrl = (modifiers & Qt::ControlModifier) != 0;
     if ((modifiers & Qt::ShiftModifier) == 0) {
@@ -443,11 +474,15 @@ void QtGridView::navigate(int key, Qt::KeyboardModifiers modifiers) {
         return;
     }
     const entry::CellBlock s = m_grid.selection();
-    const bool wholeRows = s.col == -1 || s.col2 == -1;
-    const bool wholeCols = s.row == -1 || s.row2 == -1;
-    const Cell corner{wholeRows ? m_grid.activeCol() : s.col2,
-                      wholeCols ? m_grid.activeRow() : s.row2};
-    extendSelection(navigationTarget(key, ctrl, corner));
+    const Cell anchor = selectionAnchor();
+    const Cell corner{movingEnd(s.col, s.col2, anchor.col), movingEnd(s.row, s.row2, anchor.row)};
+    extendSelection(anchor, navigationTarget(key, ctrl, corner));
+}
+
+QtGridView::Cell QtGridView::selectionAnchor() const {
+    const entry::CellBlock s = m_grid.selection();
+    return {fixedEnd(s.col, s.col2, m_grid.activeCol()),
+            fixedEnd(s.row, s.row2, m_grid.activeRow())};
 }
 
 QtGridView::Cell QtGridView::navigationTarget(int key, bool ctrl, Cell from) const {
@@ -474,15 +509,28 @@ QtGridView::Cell QtGridView::navigationTarget(int key, bool ctrl, Cell from) con
     }
 }
 
-void QtGridView::extendSelection(Cell to) {
+void QtGridView::extendSelection(Cell anchor, Cell to) {
     entry::CellBlock s = m_grid.selection();
-    if (s.col != -1 && s.col2 != -1) {
+    if (s.col != -1) {
+        s.col = anchor.col;
         s.col2 = std::clamp(to.col, 1, m_grid.maxCols());
     }
-    if (s.row != -1 && s.row2 != -1) {
+    if (s.row != -1) {
+        s.row = anchor.row;
         s.row2 = std::clamp(to.row, 1, std::max(m_grid.rowLimit(), 1));
     }
     m_grid.userSelect(s);
+}
+
+// The pop-up menu at the middle of the cursor's cell, as a right click there would open it.
+void QtGridView::openPopupAtCursor() {
+    const QModelIndex index = m_model->cellIndex(m_grid.activeCol(), m_grid.activeRow());
+    if (!index.isValid()) {
+        return;
+    }
+    scrollTo(index);
+    const QPoint at = visualRect(index).center();
+    m_grid.userRightClick(1, m_grid.activeCol(), m_grid.activeRow(), at.x(), at.y());
 }
 
 // The rows a page key moves: those in view, less one kept for context.
@@ -515,15 +563,30 @@ void QtGridView::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton || cell.col < 0 || cell.row < 1) {
         return;
     }
+    // Shift extends the selection from where it stays put, as in a spreadsheet; a plain press
+    // starts afresh at the cursor.
+    const bool extend = (event->modifiers() & Qt::ShiftModifier) != 0;
     if (cell.col == 0) {
+        // A row heading takes the cursor to the row's first cell, as a spreadsheet does, so
+        // that the row commands act where the rows are selected.
+        if (!extend) {
+            m_grid.userMoveTo(1, cell.row);
+        }
         m_drag = Drag::Rows;
-        m_anchor = cell;
-        m_grid.userSelect({-1, cell.row, -1, cell.row});
+        m_anchor = {0, extend ? selectionAnchor().row : cell.row};
+        m_dragEnd = {-1, cell.row};
+        m_grid.userSelect({-1, m_anchor.row, -1, cell.row});
+        return;
+    }
+    m_drag = Drag::Cells;
+    if (extend) {
+        m_anchor = selectionAnchor();
+        m_dragEnd = cell;
+        m_grid.userSelect({m_anchor.col, m_anchor.row, cell.col, cell.row});
         return;
     }
     m_grid.userMoveTo(cell.col, cell.row);
     // The drag selects from wherever the cursor ended up.
-    m_drag = Drag::Cells;
     m_anchor = {m_grid.activeCol(), m_grid.activeRow()};
     m_dragEnd = m_anchor;
 }

@@ -59,7 +59,11 @@ class QtGridView : public QTableView {
 
     void navigate(int key, Qt::KeyboardModifiers modifiers);
     Cell navigationTarget(int key, bool ctrl, Cell from) const;
-    void extendSelection(Cell to);
+    // The corner that stays put while Shift grows the selection: the cursor's where the
+    // block starts or ends at it.
+    Cell selectionAnchor() const;
+    void extendSelection(Cell anchor, Cell to);
+    void openPopupAtCursor();
     void typeText(const QString& text);
     int rowsPerPage() const;
     Cell cellAt(const QPoint& viewportPos) const;

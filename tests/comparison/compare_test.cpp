@@ -280,6 +280,12 @@ TEST_F(CompareTest, DeletingRowsAsksAndMakesRowOneTheComparisonRow) {
     EXPECT_EQ(boxes().back().request.title, "DELETE ROWS?");
     EXPECT_EQ(grid().rowLimit(), 3);
 
+    // Rows selected upwards count from the top: rows 2 and 3.
+    grid().userSelect({-1, 3, -1, 2});
+    platform.queueAnswer(platform::Answer::No);
+    compare.editDelete();
+    EXPECT_EQ(boxes().back().request.text, "Delete 2 rows?");
+
     grid().clearSelection();
     compare.editDelete(); // the current row, row 3, with the default Yes
     EXPECT_EQ(boxes().back().request.text, "Delete the current row?");
@@ -291,7 +297,7 @@ TEST_F(CompareTest, DeletingRowsAsksAndMakesRowOneTheComparisonRow) {
     grid().userSelect({1, 1, 2, 2});
     grid().userKeyDown(entry::key::Delete, 0);
     EXPECT_EQ(grid().rowLimit(), 2);
-    grid().userSelect({-1, 1, -1, 2});
+    grid().userSelect({-1, 2, -1, 1});
     grid().userKeyDown(entry::key::Delete, 0);
     EXPECT_EQ(grid().rowLimit(), 0);
     EXPECT_EQ(boxes().size(), asked);

@@ -152,6 +152,13 @@ TEST_F(DataGridTest, FocusAddressesTheActiveCellAndARightClickSetsThePopupsItems
     grid().userMoveTo(1, 1); // a single cell is no block
     grid().userRightClick(1, 1, 1, 0, 0);
     EXPECT_FALSE(enabled(MenuItem::DropFill));
+    // Fill is offered only where it acts: neither on whole rows nor on a whole column.
+    const entry::CellBlock wholeLines[] = {{-1, 2, -1, 5}, {2, -1, 2, -1}};
+    for (const entry::CellBlock& whole : wholeLines) {
+        grid().userSelect(whole);
+        grid().userRightClick(1, 1, 1, 0, 0);
+        EXPECT_FALSE(enabled(MenuItem::DropFill)) << whole.col;
+    }
     EXPECT_TRUE(enabled(MenuItem::DropCut) && enabled(MenuItem::DropCopy) &&
                 enabled(MenuItem::DropDelete));
 }
@@ -203,6 +210,13 @@ TEST_F(DataGridTest, FillCopiesTheTopCellDownTheBlockOnly) {
     analyze.dropFill();
     EXPECT_EQ(cell(1, 3), "");
     EXPECT_EQ(cell(1, 6), "100");
+
+    // A block selected upwards fills from its top cell all the same.
+    grid().setCell(2, 3, "24");
+    grid().userSelect({2, 6, 2, 3});
+    analyze.dropFill();
+    EXPECT_EQ(cell(2, 6), "24");
+    EXPECT_EQ(cell(2, 2), "");
 }
 
 TEST_F(DataGridTest, BlockCommandsWorkOnTheSelectionAndAskNothing) {

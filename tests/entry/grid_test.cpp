@@ -150,6 +150,21 @@ TEST(GridTest, MovesAreClippedToTheTableAndTheCursorStaysInside) {
     EXPECT_EQ(seenRows, (std::vector<int>{10}));
 }
 
+// A selection made upwards or leftwards keeps its bounds in order, and a whole-line bound
+// holds on both sides, so that every command can count from first to last.
+TEST(GridTest, SelectionBoundsStayOrderedWhateverTheDirection) {
+    Grid grid(4, 20);
+    grid.userSelect({3, 7, 1, 3});
+    EXPECT_EQ(grid.selection(), (CellBlock{1, 3, 3, 7}));
+    EXPECT_TRUE(grid.blockSelected());
+    grid.userSelect({-1, 7, -1, 3});
+    EXPECT_EQ(grid.selection(), (CellBlock{-1, 3, -1, 7}));
+    grid.setSelection({2, -1, 4, 9});
+    EXPECT_EQ(grid.selection(), (CellBlock{2, -1, 4, -1}));
+    grid.setSelection({2, 5, 2, 5}); // one cell is still no block
+    EXPECT_FALSE(grid.blockSelected());
+}
+
 // Cut, copy and paste of blocks are the block commands' tests; here where whole rows start.
 TEST(GridTest, WholeRowsPasteFromColumnOne) {
     Grid grid(3, 4);

@@ -120,6 +120,23 @@ TEST_F(RowCommandsTest, DeleteRemovesTheActiveRowOrTheBlocksRowsOrEveryRow) {
     expectNumberedAndBlue();
 }
 
+// A block dragged from row 7 up to row 3 counts and places its rows as one dragged down.
+TEST_F(RowCommandsTest, UpwardBlocksCountTheirRowsAsDownwardOnes) {
+    fillDoses(14);
+    grid().userMoveTo(1, 12);
+    grid().userSelect({1, 7, 1, 3});
+    analyze.editInsert();
+    expectQuestion("INSERT ROWS?", "Insert 5 rows before the current row?");
+    EXPECT_EQ(doses(11, 18), "d11,,,,,,d12,d13");
+
+    platform.clearTranscript();
+    grid().userSelect({2, 7, 2, 3});
+    analyze.editDelete();
+    expectQuestion("DELETE ROWS?", "Delete 5 rows?");
+    EXPECT_EQ(doses(1, 4), "d1,d2,d8,d9");
+    expectNumberedAndBlue();
+}
+
 TEST_F(RowCommandsTest, SettingsCanTurnTheQuestionsOff) {
     session.settings.ConfirmInsert = false;
     session.settings.ConfirmDelete = false;

@@ -236,5 +236,37 @@ TEST_F(QtCompareWindowTest, HeadingBordersWidenColumnsByDragAndFitThemByDoubleCl
     EXPECT_EQ(view().columnWidth(column::Interval), fitted);
 }
 
+// The commands follow the window in front, not the order of focus events. Where the frame
+// is not the active window when Compare comes up (on a display without a window manager,
+// after another window took the focus), no focus event tells Analyze that its grid lost the
+// focus; Insert, which has no use on Compare, is off all the same and inserts nothing.
+TEST_F(QtCompareWindowTest, InsertIsOffWhileCompareIsInFrontWhateverTheFocusEventsSaid) {
+    session.settings.ConfirmInsert = false;
+    const auto enabled = [this](const char* key) {
+        return window.findChild<QAction*>(QString::fromLatin1(key))->isEnabled();
+    };
+    window.analyzeWindow()->gridView()->setFocus(Qt::MouseFocusReason);
+    ASSERT_TRUE(enabled("Insert"));
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+
+    clickCompare();
+    ASSERT_TRUE(window.compareSubWindow()->isVisible());
+    EXPECT_FALSE(enabled("Insert"));
+    EXPECT_FALSE(window.menuAction(session::MenuItem::EditInsert)->isEnabled());
+    EXPECT_TRUE(enabled("Delete"));
+    frame.toolbarClick("Insert");
+    frame.menuClick(session::MenuItem::EditInsert);
+    EXPECT_EQ(analyze.grid().rowLimit(), 100);
+    EXPECT_EQ(session.AnalysisChanged, session::kUnchanged);
+
+    // Back on Analyze the focus is in the name box: both row commands are off.
+    clickCompare();
+    EXPECT_FALSE(enabled("Insert"));
+    EXPECT_FALSE(enabled("Delete"));
+}
+
 } // namespace
 } // namespace titron::qt

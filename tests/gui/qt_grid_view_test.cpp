@@ -323,7 +323,7 @@ TEST_F(QtGridViewTest, ClicksSelectLinesMoveTheCursorAndOpenCells) {
     EXPECT_EQ(grid().selection(), (CellBlock{-1, -1, -1, -1}));
     drag(centreOf(0, 3), centreOf(0, 5));
     EXPECT_EQ(grid().selection(), (CellBlock{-1, 3, -1, 5}));
-    EXPECT_EQ(view->currentIndex(), model().cellIndex(1, 1)); // the cursor stayed
+    EXPECT_EQ(view->currentIndex(), model().cellIndex(1, 3)); // the cursor went to the row
 
     grid().setCell(3, 2, "24");
     QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, centreOf(3, 2));
@@ -333,6 +333,50 @@ TEST_F(QtGridViewTest, ClicksSelectLinesMoveTheCursorAndOpenCells) {
     QTest::mouseDClick(view->viewport(), Qt::LeftButton, {}, centreOf(3, 2));
     QTest::keyClick(view, Qt::Key_0);
     EXPECT_EQ(shown(3, 2), "240");
+}
+
+// As in a spreadsheet: Shift+click extends the selection from the cursor, on cells and on row
+// headings, and a selection made upwards grows on from its moving end. A click on a row
+// heading takes the cursor to that row, so that Insert puts its rows in there.
+TEST_F(QtGridViewTest, ShiftClicksExtendAndARowHeadingTakesTheCursor) {
+    QWidget* cells = view->viewport();
+    QTest::mouseClick(cells, Qt::LeftButton, {}, centreOf(2, 7));
+    QTest::mouseClick(cells, Qt::LeftButton, Qt::ShiftModifier, centreOf(3, 4));
+    EXPECT_EQ(grid().selection(), (CellBlock{2, 4, 3, 7}));
+    EXPECT_EQ(grid().activeRow(), 7);
+    QTest::keyClick(view, Qt::Key_Up, Qt::ShiftModifier);
+    EXPECT_EQ(grid().selection(), (CellBlock{2, 3, 3, 7}));
+    QTest::mouseClick(cells, Qt::LeftButton, Qt::ShiftModifier, centreOf(1, 9));
+    EXPECT_EQ(grid().selection(), (CellBlock{1, 7, 2, 9}));
+
+    grid().setCell(1, 6, "d6");
+    QTest::mouseClick(cells, Qt::LeftButton, {}, centreOf(0, 6));
+    EXPECT_EQ(grid().activeRow(), 6);
+    EXPECT_EQ(grid().activeCol(), 1);
+    QTest::mouseClick(cells, Qt::LeftButton, Qt::ShiftModifier, centreOf(0, 9));
+    EXPECT_EQ(grid().selection(), (CellBlock{-1, 6, -1, 9}));
+    QTest::mouseClick(cells, Qt::LeftButton, Qt::ShiftModifier, centreOf(0, 4));
+    EXPECT_EQ(grid().selection(), (CellBlock{-1, 4, -1, 6}));
+    session.settings.ConfirmInsert = false;
+    analyze.editInsert();
+    EXPECT_EQ(grid().cell(1, 9), "d6"); // three blank rows before row 6
+}
+
+// Shift+F10 and the Menu key open the pop-up menu at the active cell, as a right click on it.
+TEST_F(QtGridViewTest, ShiftF10AndTheMenuKeyOpenThePopupAtTheActiveCell) {
+    moveTo(2, 4);
+    grid().userSelect({2, 4, 2, 6});
+    QTest::keyClick(view, Qt::Key_F10, Qt::ShiftModifier);
+    QTest::keyClick(view, Qt::Key_Menu);
+    QTest::keyClick(view, Qt::Key_F10); // F10 alone is no menu key
+    const auto& popups = session.frame.popupsOpened();
+    ASSERT_EQ(popups.size(), 2u);
+    const QRect cell = view->visualRect(model().cellIndex(2, 4));
+    for (const session::PopupRequest& at : popups) {
+        EXPECT_TRUE(cell.contains(at.x, at.y)) << at.x << "," << at.y;
+    }
+    EXPECT_TRUE(session.frame.item(session::MenuItem::DropFill).enabled);
+    EXPECT_EQ(grid().selection(), (CellBlock{2, 4, 2, 6}));
 }
 
 // Twips become pixels by the screen's resolution (column widths: the Compare window's test);
