@@ -9,6 +9,7 @@
 #include <string>
 #include <utility>
 
+#include "analysis/assay_table.h"
 #include "analysis/figures.h"
 #include "documents/results_pane.h"
 #include "entry/data_grid.h"
@@ -30,6 +31,9 @@ struct AnalysisRun {
     platform::MessageBoxRequest box;          // the box that ended it, for Ending::Box
     bool noNameNote = false;                  // the report came with "There is no Analysis Name."
     std::optional<analysis::Figures> figures; // for Ending::Report
+    // The rows read from the grid, once every row passed its checks: with a report, with no
+    // convergence, and with the boxes of the totals ("no responses", "every test responded").
+    std::optional<analysis::AssayTable> table;
 };
 
 enum class LoadOutcome { Loaded, Cancelled, Failed };

@@ -126,6 +126,9 @@ AnalysisRun Analyze::runAnalysis() {
         if (const auto fault = analysis::checkAssay(table)) {
             m_platform.pointer.setBusy(false);
             AnalysisRun run = endWithBox(exclamation(fault->title, fault->text));
+            if (fault->column == 0) {
+                run.table = table; // only its totals failed
+            }
             if (fault->column != 0) {
                 // Land the user in the cell at fault.
                 putCursorOn(fault->column, fault->row);
@@ -143,6 +146,7 @@ AnalysisRun Analyze::runAnalysis() {
             m_results.setText(kEmptyResults);
             AnalysisRun run;
             run.ending = AnalysisRun::Ending::NoConvergence;
+            run.table = std::move(table);
             return run;
         }
 
@@ -160,6 +164,7 @@ AnalysisRun Analyze::runAnalysis() {
         AnalysisRun run;
         run.ending = AnalysisRun::Ending::Report;
         run.figures = figures;
+        run.table = std::move(table);
         if (m_name.text().empty()) {
             m_platform.dialogs.messageBox(MessageBoxRequest{
                 "ANALYSIS NAME", "There is no Analysis Name.", Buttons::Ok, Icon::Information, 1});

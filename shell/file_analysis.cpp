@@ -69,8 +69,9 @@ FileResult FileAnalyzer::analyze(const std::string& path, std::ostream& out, std
         return result;
     }
 
-    const documents::AnalysisRun run = m_analyze.runAnalysis();
+    documents::AnalysisRun run = m_analyze.runAnalysis();
     result.name = m_analyze.nameBox().text();
+    result.table = std::move(run.table);
     switch (run.ending) {
     case documents::AnalysisRun::Ending::Report: {
         result.outcome = "report";

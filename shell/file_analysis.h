@@ -23,6 +23,8 @@ struct FileResult {
     std::string name;
     std::int32_t passes = 0;
     std::optional<analysis::Figures> figures;
+    // The rows the analysis read, once they passed the row checks (see AnalysisRun::table).
+    std::optional<analysis::AssayTable> table;
 };
 
 // What the command asks of every file.
