@@ -120,6 +120,16 @@ std::optional<int> wholeNumberOption(const std::string& value, int least) {
     return number;
 }
 
+std::optional<double> levelOption(const std::string& value) {
+    double level = 0.0;
+    const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), level);
+    if (error != std::errc() || end != value.data() + value.size() || !(level > 0.0) ||
+        !(level < 1.0)) {
+        return std::nullopt;
+    }
+    return level;
+}
+
 bool takeFileArgument(const std::vector<std::string>& arguments, std::size_t& i,
                       std::vector<std::string>& files, std::ostream& err) {
     const std::string& argument = arguments[i];

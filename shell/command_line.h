@@ -25,6 +25,10 @@ bool takeFileArgument(const std::vector<std::string>& arguments, std::size_t& i,
 // The value of a whole-number option, or nothing when it isn't one or is below least.
 std::optional<int> wholeNumberOption(const std::string& value, int least);
 
+// The value of --level: a number strictly between 0 and 1, written in full ("0.95"), or
+// nothing.
+std::optional<double> levelOption(const std::string& value);
+
 // Runs the command line (arguments without the program name); returns the exit status.
 int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err);
 

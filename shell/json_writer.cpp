@@ -1,0 +1,114 @@
+#include "shell/json_writer.h"
+
+#include <charconv>
+#include <cmath>
+
+namespace titron::shell {
+
+void JsonWriter::beforeValue() {
+    if (m_afterKey) {
+        m_afterKey = false;
+        return;
+    }
+    if (!m_hasItems.empty()) {
+        if (m_hasItems.back()) {
+            m_out += ',';
+        }
+        m_hasItems.back() = true;
+    }
+}
+
+JsonWriter& JsonWriter::beginObject() {
+    beforeValue();
+    m_out += '{';
+    m_hasItems.push_back(false);
+    return *this;
+}
+
+JsonWriter& JsonWriter::endObject() {
+    m_out += '}';
+    m_hasItems.pop_back();
+    return *this;
+}
+
+JsonWriter& JsonWriter::beginArray() {
+    beforeValue();
+    m_out += '[';
+    m_hasItems.push_back(false);
+    return *this;
+}
+
+JsonWriter& JsonWriter::endArray() {
+    m_out += ']';
+    m_hasItems.pop_back();
+    return *this;
+}
+
+JsonWriter& JsonWriter::key(std::string_view name) {
+    string(name);
+    m_out += ':';
+    m_afterKey = true;
+    return *this;
+}
+
+JsonWriter& JsonWriter::string(std::string_view text) {
+    beforeValue();
+    static constexpr char kHex[] = "0123456789abcdef";
+    m_out += '"';
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (c == '"' || c == '\\') {
+            m_out += '\\';
+            m_out += c;
+        } else if (c == '\n') {
+            m_out += "\\n";
+        } else if (c == '\r') {
+            m_out += "\\r";
+        } else if (c == '\t') {
+            m_out += "\\t";
+        } else if (byte < 0x20) {
+            m_out += "\\u00";
+            m_out += kHex[byte >> 4];
+            m_out += kHex[byte & 0xF];
+        } else {
+            m_out += c;
+        }
+    }
+    m_out += '"';
+    return *this;
+}
+
+JsonWriter& JsonWriter::number(double value) {
+    if (!std::isfinite(value)) {
+        return null();
+    }
+    beforeValue();
+    char buffer[32];
+    const auto [end, error] = std::to_chars(buffer, buffer + sizeof buffer, value);
+    m_out.append(buffer, end);
+    return *this;
+}
+
+JsonWriter& JsonWriter::number(const std::optional<double>& value) {
+    return value ? number(*value) : null();
+}
+
+JsonWriter& JsonWriter::integer(long long value) {
+    beforeValue();
+    m_out += std::to_string(value);
+    return *this;
+}
+
+JsonWriter& JsonWriter::boolean(bool value) {
+    beforeValue();
+    m_out += value ? "true" : "false";
+    return *this;
+}
+
+JsonWriter& JsonWriter::null() {
+    beforeValue();
+    m_out += "null";
+    return *this;
+}
+
+} // namespace titron::shell

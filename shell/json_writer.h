@@ -1,0 +1,40 @@
+// JSON text written as it goes, for the command line's machine-readable outputs: numbers
+// in the shortest form that reads back to the same double, null for a figure that doesn't
+// exist or isn't finite.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace titron::shell {
+
+class JsonWriter {
+  public:
+    // Appends to out.
+    explicit JsonWriter(std::string& out) : m_out(out) {}
+
+    JsonWriter& beginObject();
+    JsonWriter& endObject();
+    JsonWriter& beginArray();
+    JsonWriter& endArray();
+    // The key of the next value in an object.
+    JsonWriter& key(std::string_view name);
+
+    JsonWriter& string(std::string_view text);
+    JsonWriter& number(double value); // null when not finite
+    JsonWriter& number(const std::optional<double>& value);
+    JsonWriter& integer(long long value);
+    JsonWriter& boolean(bool value);
+    JsonWriter& null();
+
+  private:
+    void beforeValue();
+
+    std::string& m_out;
+    std::vector<bool> m_hasItems; // per open object or array: whether it has a member yet
+    bool m_afterKey = false;
+};
+
+} // namespace titron::shell

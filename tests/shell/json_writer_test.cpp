@@ -1,0 +1,65 @@
+#include "shell/json_writer.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <random>
+
+#include <gtest/gtest.h>
+
+namespace titron::shell {
+namespace {
+
+TEST(JsonWriterTest, NestsWithCommasEscapesTextAndWritesNullForMissingFigures) {
+    std::string out;
+    JsonWriter json(out);
+    json.beginObject()
+        .key("file")
+        .string("a \"b\"\\c\r\n\t\x01.tna")
+        .key("figures")
+        .beginArray()
+        .number(0.1)
+        .number(1e-5)
+        .number(24.0)
+        .endArray()
+        .key("missing")
+        .number(std::optional<double>())
+        .key("infinite")
+        .number(std::numeric_limits<double>::infinity())
+        .key("rows")
+        .beginArray()
+        .beginObject()
+        .key("n")
+        .integer(-3)
+        .endObject()
+        .beginObject()
+        .endObject()
+        .endArray()
+        .key("ok")
+        .boolean(true)
+        .endObject();
+    EXPECT_EQ(out, R"({"file":"a \"b\"\\c\r\n\t\u0001.tna","figures":[0.1,1e-05,24],)"
+                   R"("missing":null,"infinite":null,"rows":[{"n":-3},{}],"ok":true})");
+}
+
+// Every finite double comes back from its text exactly.
+TEST(JsonWriterTest, NumbersReadBackToTheSameDouble) {
+    std::mt19937_64 random(3);
+    for (int i = 0; i < 20000; ++i) {
+        const std::uint64_t bits = random();
+        double value = 0;
+        std::memcpy(&value, &bits, sizeof value);
+        if (!std::isfinite(value)) {
+            continue;
+        }
+        std::string out;
+        JsonWriter(out).number(value);
+        double back = 0;
+        std::from_chars(out.data(), out.data() + out.size(), back);
+        ASSERT_EQ(back, value) << out;
+    }
+}
+
+} // namespace
+} // namespace titron::shell
