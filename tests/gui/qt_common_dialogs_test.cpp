@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPointer>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -34,13 +35,18 @@ class QtCommonDialogsTest : public ::testing::Test {
     ~QtCommonDialogsTest() override { QDir::setCurrent(previous); }
 
     // Answers each modal window in turn: a file dialog with the name, a message box with
-    // Enter (its text kept). Anything else fails and is closed.
-    void answerInTurn(std::deque<QString> names) {
-        testing::whenModal([this, names](QWidget* modal) mutable {
+    // Enter (its text kept). Anything else fails and is closed. The window just answered
+    // may still be up when the next one is looked for (on a busy machine): it is passed over.
+    void answerInTurn(std::deque<QString> names, QPointer<QWidget> answered = nullptr) {
+        const auto nextModal = [answered]() -> QWidget* {
+            QWidget* modal = QApplication::activeModalWidget();
+            return modal == answered.data() ? nullptr : modal;
+        };
+        testing::whenUp<QWidget>(nextModal, [this, names](QWidget* modal) mutable {
             const QString name = names.front();
             names.pop_front();
             if (!names.empty()) {
-                answerInTurn(names); // before this answer opens the next window
+                answerInTurn(names, modal); // before this answer opens the next window
             }
             auto* edit = modal->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
             auto* box = qobject_cast<QMessageBox*>(modal);
