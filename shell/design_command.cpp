@@ -20,6 +20,11 @@ namespace {
 // 96-well plate.
 constexpr double kDefaultTested = 24.0;
 
+// The X of 1 in X that a plan takes: far beyond any assay, yet the doses and "1 in" figures
+// of the text stay ordinary numbers.
+constexpr double kLeastFrequency = 1e-6;
+constexpr double kMostFrequency = 1e12;
+
 // A simulation draws every test on its own; beyond this many in all it would take minutes.
 constexpr double kMostSimulatedTests = 1e9;
 
@@ -87,9 +92,11 @@ bool parseOne(const std::string& option, const std::string& value, DesignOptions
               std::ostream& err) {
     if (option == "--frequency") {
         options.frequency = finiteNumber(value);
-        if (!options.frequency || !(*options.frequency > 0.0)) {
-            err << "titron-cli: --frequency needs the X of 1 in X, a number above 0, not '" << value
-                << "'\n";
+        if (!options.frequency || !(*options.frequency >= kLeastFrequency) ||
+            !(*options.frequency <= kMostFrequency)) {
+            err << "titron-cli: --frequency needs the X of 1 in X, a number from 0.000001 to "
+                   "1,000,000,000,000, not '"
+                << value << "'\n";
             return false;
         }
     } else if (option == "--doses") {

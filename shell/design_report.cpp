@@ -96,7 +96,7 @@ void appendPrecision(std::string& text, const DesignPlan& plan,
 void appendSensitivity(std::string& text, const DesignPlan& plan) {
     text += "\nIf the true frequency is three times higher or lower than the guess:\n";
     char line[160];
-    std::snprintf(line, sizeof line, "%18s%16s%18s%24s\n", "Frequency", "S.E. of log",
+    std::snprintf(line, sizeof line, "%22s%16s%18s%24s\n", "Frequency", "S.E. of log",
                   "Interval ratio", "Chance of no estimate");
     text += line;
     for (const double factor : {1.0 / 3.0, 1.0, 3.0}) {
@@ -104,7 +104,7 @@ void appendSensitivity(std::string& text, const DesignPlan& plan) {
         const analysis::DesignFigures figures =
             analysis::assessDesign(1.0 / frequency, plan.doses, plan.level);
         std::snprintf(
-            line, sizeof line, "%18s%16s%18s%24s\n", ("1 in " + grouped(frequency)).c_str(),
+            line, sizeof line, "%22s%16s%18s%24s\n", ("1 in " + grouped(frequency)).c_str(),
             printed("%.4f", figures.seLog).c_str(), printed("%.3g", figures.intervalRatio).c_str(),
             chance(figures.probabilityNone + figures.probabilityAll).c_str());
         text += line;
@@ -135,7 +135,7 @@ std::string designText(const DesignPlan& plan) {
     const analysis::DesignFigures figures =
         analysis::assessDesign(1.0 / plan.frequency, plan.doses, plan.level);
     std::string text = "Assay plan for an expected frequency of 1 in " + grouped(plan.frequency) +
-                       " (proportion " + vocabulary::generalNumber(1.0 / plan.frequency) + ")\n\n";
+                       " (proportion " + printed("%.3g", 1.0 / plan.frequency) + ")\n\n";
     appendDoseReason(text, plan);
     if (plan.targetRatio) {
         text += "Tests per dose: " + grouped(plan.doses.front().tested) +

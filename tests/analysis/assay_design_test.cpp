@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "analysis/single_hit_model.h"
+
 namespace titron::analysis {
 namespace {
 
@@ -38,6 +40,19 @@ TEST(AssayDesignTest, OneAndThreeDosePlansAgreeWithAnIndependentComputation) {
     // Another level changes only the ratio: exp(2 z se) with z = 2.5758293035489004 at 0.99.
     expectRelative(assessDesign(1.0 / 1000, {{1000, 50}}, 0.99).intervalRatio,
                    std::exp(2 * 2.5758293035489004 * 0.18537970916252108));
+}
+
+TEST(AssayDesignTest, PlanAtAFittedProportionHasTheFitsStandardError) {
+    // The fit's S.E. is the expected information at its estimate, so a plan of the same
+    // rows at that proportion must give the same figure.
+    const AssayTable rows = {{1000, 2, 24}, {3000, 6, 24}, {10000, 14, 24}, {30000, 22, 24}};
+    const std::optional<SingleHitFit> fit = fitSingleHit(rows);
+    ASSERT_TRUE(fit);
+    std::vector<PlannedDose> plan;
+    for (const AssayRow& row : rows) {
+        plan.push_back({row.dose, row.tested});
+    }
+    expectRelative(assessDesign(fit->proportion, plan, 0.95).seLog, fit->seLog);
 }
 
 TEST(AssayDesignTest, ChancesOfNoEstimateWhenTheyAreLargeOrNearlyOne) {

@@ -91,6 +91,7 @@ TEST(DesignCommandTest, BadInputIsWrongUsageWithNothingOnStandardOutput) {
         {"--frequency", "-5"},
         {"--frequency", "many"},
         {"--frequency", "inf"},
+        {"--frequency", "1e13"},
         {"--frequency", "1000", "--doses", "10,x,30"},
         {"--frequency", "1000", "--doses", "10,,30"},
         {"--frequency", "1000", "--doses", "10,-3"},
