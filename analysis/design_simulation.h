@@ -1,7 +1,7 @@
 // A check of a plan by simulation: assays drawn from the single-hit model at the guessed
 // proportion, each fitted as an analysis would be, counting how often the Wald interval
 // holds the true proportion and how often there is no estimate. Seeded, so that a run
-// repeats exactly on any machine.
+// repeats exactly, with any standard library.
 #pragma once
 
 #include <cstdint>

@@ -11,6 +11,7 @@
 #include "shell/command_line.h"
 #include "shell/design_report.h"
 #include "vocabulary/number_text.h"
+#include "vocabulary/text_routines.h"
 
 namespace titron::shell {
 
@@ -53,10 +54,10 @@ std::vector<std::string> splitAtCommas(const std::string& text) {
     std::size_t start = 0;
     for (std::size_t comma = text.find(','); comma != std::string::npos;
          comma = text.find(',', start)) {
-        items.push_back(text.substr(start, comma - start));
+        items.push_back(vocabulary::trimSpaces(text.substr(start, comma - start)));
         start = comma + 1;
     }
-    items.push_back(text.substr(start));
+    items.push_back(vocabulary::trimSpaces(text.substr(start)));
     return items;
 }
 

@@ -47,7 +47,7 @@ TEST(DesignCommandTest, JsonHoldsThePlanInItsFixedShape) {
 
     // Counts per dose, and the tests a target ratio asks for, at each dose.
     const DesignRun perDose =
-        design({"--frequency", "1e4", "--doses", "5000,10000,20000", "--tested", "10,20,30",
+        design({"--frequency", "1e4", "--doses", "5000, 10000,20000", "--tested", "10,20,30",
                 "--format", "json", "--level", "0.9"});
     EXPECT_NE(perDose.out.find(R"("level":0.9,)"), std::string::npos);
     EXPECT_NE(perDose.out.find(R"({"dose":20000,"tested":30,)"), std::string::npos);
@@ -94,6 +94,7 @@ TEST(DesignCommandTest, BadInputIsWrongUsageWithNothingOnStandardOutput) {
         {"--frequency", "1e13"},
         {"--frequency", "1000", "--doses", "10,x,30"},
         {"--frequency", "1000", "--doses", "10,,30"},
+        {"--frequency", "1000", "--doses", "10, 2 0"},
         {"--frequency", "1000", "--doses", "10,-3"},
         {"--frequency", "1000", "--doses", "10,20", "--tested", "5,6,7"},
         {"--frequency", "1000", "--tested", "5,6"},
