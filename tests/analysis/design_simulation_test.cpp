@@ -6,8 +6,8 @@ namespace titron::analysis {
 namespace {
 
 // Every figure below comes from a fixed seed, so a run gives the same counts each time:
-// the bounds cannot flake. They are wide (five standard errors or more of the counts) so
-// that they hold for any fair seed, and catch a sampler or a count that is wrong.
+// the bounds cannot flake. They are wide (four standard errors or more of the counts) so
+// that they would hold for almost any seed, and catch a sampler or a count that is wrong.
 
 TEST(DesignSimulationTest, BinomialDrawsAreExactAtTheEndsAndFairBetween) {
     std::mt19937_64 generator(7);
@@ -37,11 +37,12 @@ TEST(DesignSimulationTest, ASeedRepeatsARunAndTheCountsAgreeWithTheModel) {
     EXPECT_EQ(first.noEstimate, again.noEstimate);
     EXPECT_NE(simulateDesign(1.0 / 10000, plan, 0.95, 2000, 2).covered, first.covered);
     // A well-designed assay: its chance of no estimate is below 1e-8, and its Wald interval
-    // at 0.95 holds f in about 95% of the assays (s.e. 0.5% over 2,000 runs).
+    // at 0.95 holds f in about 95% of the assays (s.e. 0.5% over 2,000 runs, so the bounds
+    // are four of them away).
     EXPECT_EQ(first.noEstimate, 0);
     const double coverage = static_cast<double>(first.covered) / 2000.0;
-    EXPECT_GE(coverage, 0.90);
-    EXPECT_LE(coverage, 0.99);
+    EXPECT_GE(coverage, 0.93);
+    EXPECT_LE(coverage, 0.97);
 
     // Doses far too small: no response in 86.07% of the assays (s.e. 0.8%).
     const std::vector<PlannedDose> tooSmall = {{10, 5}, {20, 5}};
