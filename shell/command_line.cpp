@@ -8,6 +8,7 @@
 #include <system_error>
 
 #include "shell/compare_command.h"
+#include "shell/design_command.h"
 #include "shell/file_analysis.h"
 #include "shell/tsv_line.h"
 
@@ -18,6 +19,9 @@ namespace {
 constexpr const char* kUsage =
     "Usage: titron-cli analyze [--passes N] [--save OUT] [--format text|tsv] FILE...\n"
     "       titron-cli compare [--row N] [--save OUT] FILE...\n"
+    "       titron-cli design --frequency X [--doses D1,D2,...] [--tested N | --tested N1,N2,...]\n"
+    "                         [--level L] [--target-ratio R] [--format text|json]\n"
+    "                         [--simulate N [--seed S]]\n"
     "       titron-cli --help\n"
     "\n"
     "Analyses limiting dilution assays. Each FILE (an analysis file, or a text file of\n"
@@ -62,7 +66,19 @@ constexpr const char* kUsage =
     "standard output with CR LF line ends; --save OUT writes the comparison file as its\n"
     "Save command does. A FILE without analysis results, or one that cannot be read, is\n"
     "skipped with a note on standard error (status 1 if a FILE could not be read or OUT\n"
-    "not written; 64 for a row beyond the rows).\n";
+    "not written; 64 for a row beyond the rows).\n"
+    "\n"
+    "design: plans an assay for an expected frequency of 1 in X. For the doses and the\n"
+    "tests at each (one N for all, or one per dose; default 24) it gives the expected\n"
+    "responses, the expected standard error of the log proportion, the expected interval\n"
+    "at level L (default 0.95) as the ratio upper / lower, the chance of no estimate (no\n"
+    "response, or every test responding), and the same figures if the true frequency is\n"
+    "three times higher or lower. Without --doses it proposes four doses, a factor of 2\n"
+    "apart, around the most informative one. --target-ratio R finds the fewest tests per\n"
+    "dose whose expected ratio is at most R. --simulate N fits N assays drawn from the\n"
+    "model and counts how often the interval held the true proportion (--seed S, default\n"
+    "1, repeats a run exactly). --format json writes one JSON document. Status 64 for\n"
+    "wrong input, nothing on standard output; 2 when no number of tests reaches R.\n";
 
 struct Options {
     FileRequest request;
@@ -157,6 +173,9 @@ int runCommand(const std::vector<std::string>& arguments, std::ostream& out, std
     }
     if (!arguments.empty() && arguments[0] == "compare") {
         return runCompareCommand(arguments, out, err);
+    }
+    if (!arguments.empty() && arguments[0] == "design") {
+        return runDesignCommand(arguments, out, err);
     }
     if (arguments.empty() || arguments[0] != "analyze") {
         err << (arguments.empty() ? "titron-cli: no command given\n"
