@@ -74,8 +74,12 @@ TEST_F(QtCommonDialogsTest, SaveRefusesWhatCantBeWrittenAndTakesTheNextChoice) {
 
     answerInTurn({"locked.tna", "", "missing/x.tna", "", "kept/assay"});
     // Without OverwritePrompt: Qt's dialog would ask about replacing the file first.
-    platform::CommonDialog dialog{flag::PathMustExist | flag::NoReadOnlyReturn, "Analysis|*.tna",
-                                  "tna", "Save As", "untitled.tna"};
+    platform::CommonDialog dialog{flag::PathMustExist | flag::NoReadOnlyReturn,
+                                  "Analysis|*.tna",
+                                  "tna",
+                                  "Save As",
+                                  "untitled.tna",
+                                  ""};
     ASSERT_TRUE(platform.services().commonDialogs.showSave(dialog));
 
     const QString kept = QDir(directory.path()).absoluteFilePath("kept");
