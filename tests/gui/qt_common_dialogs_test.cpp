@@ -48,6 +48,12 @@ class QtCommonDialogsTest : public ::testing::Test {
                 shown.append(box->windowTitle() + ": " + box->text());
                 QTest::keyClick(box, Qt::Key_Return);
             } else if (!name.isEmpty() && edit != nullptr) {
+                // The dialog drops the file selected before only while the name box has the
+                // focus, as it has for a user typing; offscreen, a closed box doesn't give
+                // it back by itself.
+                modal->activateWindow();
+                EXPECT_TRUE(QTest::qWaitForWindowActive(modal));
+                edit->setFocus();
                 edit->setText(name);
                 QTest::keyClick(edit, Qt::Key_Return);
             } else {
