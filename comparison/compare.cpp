@@ -43,6 +43,8 @@ constexpr const char* kComparisonFilter =
     "Titron Comparison Files (*.tnc)|*.tnc|Text Files (*.txt)|*.txt|All Files (*.*)|*.*";
 // How long the busy pointer stays after an output, so that the user sees that it ran.
 constexpr int kDonePauseMs = 500;
+// The name of a printed comparison's job.
+constexpr const char* kPrintJob = "comparison";
 
 } // namespace
 
@@ -356,6 +358,8 @@ bool Compare::writeComparison(const std::string& path, std::string* failure) {
 
 void Compare::printFile() {
     m_dialog.flags = 0;
+    // A name of its own, so that a print to a file doesn't offer the analysis's file.
+    m_dialog.documentName = kPrintJob;
     if (!m_platform.commonDialogs.showPrinter(m_dialog)) {
         return;
     }

@@ -17,6 +17,8 @@ constexpr const char* kHeadFont = "Arial";
 constexpr const char* kBodyFont = "Courier New";
 constexpr double kTitlePoints = 16;
 constexpr double kTextPoints = 10;
+// The print job of a document without a file.
+constexpr const char* kUnsavedJob = "analysis";
 
 } // namespace
 
@@ -57,6 +59,9 @@ void Analyze::printFile() {
     }
     const std::string body = reportPresent() ? m_results.text() : composeTableForm(false);
     m_dialog.flags = 0;
+    // Named as its file, so that a print to a file doesn't offer another document's.
+    m_dialog.documentName =
+        m_session.AnalysisFile.empty() ? kUnsavedJob : fileStem(m_session.AnalysisFile);
     if (!m_platform.commonDialogs.showPrinter(m_dialog)) {
         m_platform.pointer.setBusy(false);
         return;

@@ -50,6 +50,10 @@ inline constexpr const char* kEmptyResults = "Analysis Results";
 // A pane text this long or longer counts as a report for saving, copying and printing.
 inline constexpr std::size_t kReportMinimumLength = 50;
 
+// A file's name without its directory, cut at its first full stop: "/data/run.3.txt" gives
+// "run".
+std::string fileStem(const std::string& path);
+
 class Analyze {
   public:
     Analyze(platform::Platform& platform, session::Session& session);

@@ -30,15 +30,19 @@ void setUpFileDialog(platform::CommonDialog& dialog, long flags) {
     dialog.dialogTitle = kDialogTitle;
 }
 
-// The name a save offers for a document with a file: the file's name without its
-// directory, cut at its first full stop, with ".tna" ("/data/run.3.txt" offers "run.tna").
+// The name a save offers for a document with a file: its stem with ".tna"
+// ("/data/run.3.txt" offers "run.tna").
 std::string offeredName(const std::string& path) {
-    std::string name = path.substr(path.rfind('/') + 1); // npos + 1 is 0: the whole path
-    name.erase(std::min(name.find('.'), name.size()));
-    return name + "." + kExtension;
+    return fileStem(path) + "." + kExtension;
 }
 
 } // namespace
+
+std::string fileStem(const std::string& path) {
+    std::string name = path.substr(path.rfind('/') + 1); // npos + 1 is 0: the whole path
+    name.erase(std::min(name.find('.'), name.size()));
+    return name;
+}
 
 bool Analyze::settleChanges(const char* question) {
     if (m_session.AnalysisChanged == session::kUnchanged) {

@@ -26,6 +26,8 @@ struct CommonDialog {
     std::string dialogTitle;
     // Before showing: the name offered. After an accepted file dialog: the chosen full path.
     std::string fileName;
+    // The print dialog's job: its name, which a print to a file offers as the file's name.
+    std::string documentName;
 };
 
 class CommonDialogs {
@@ -36,8 +38,9 @@ class CommonDialogs {
     // is, so that the next dialog opens there.
     virtual bool showOpen(CommonDialog& dialog) = 0;
     virtual bool showSave(CommonDialog& dialog) = 0;
-    // The print dialog, or with dialog_flag::PrintSetup the choice of a printer. What the
-    // user set in it (copies, page range) is not read back.
+    // The print dialog, or with dialog_flag::PrintSetup the choice of the printer and the
+    // paper. Both have titles of their own, not dialogTitle. What the user set in them
+    // (copies, page range) is not read back.
     virtual bool showPrinter(CommonDialog& dialog) = 0;
 };
 

@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QMdiSubWindow>
 #include <QSplitter>
+#include <QTextBlockFormat>
 #include <QTextCursor>
 #include <QTextEdit>
 #include <QVBoxLayout>
@@ -172,15 +173,21 @@ void QtAnalyzeWindow::showResults() {
     palette.setColor(QPalette::Text, colour);
     m_results->setPalette(palette);
 
-    QTextOption option = m_results->document()->defaultTextOption();
-    QList<qreal> stops;
-    for (int twips : look.tabStopsTwips) {
-        stops.append(twipsToPixelsX(twips, *m_results));
-    }
-    option.setTabArray(stops);
-    m_results->document()->setDefaultTextOption(option);
-
     m_results->setPlainText(toDisplayText(pane.text()));
+    // A text edit lays out each block with its block format's tab stops and ignores those
+    // of the document's default option, so every block gets the stops: setPlainText has
+    // just made the blocks afresh.
+    if (!look.tabStopsTwips.empty()) {
+        QList<QTextOption::Tab> stops;
+        for (int twips : look.tabStopsTwips) {
+            stops.append(QTextOption::Tab(twipsToPixelsX(twips, *m_results), QTextOption::LeftTab));
+        }
+        QTextBlockFormat withStops;
+        withStops.setTabPositions(stops);
+        QTextCursor whole(m_results->document());
+        whole.select(QTextCursor::Document);
+        whole.mergeBlockFormat(withStops);
+    }
     QTextCursor caret = m_results->textCursor();
     const std::string before = pane.text().substr(0, static_cast<std::size_t>(pane.caret()));
     caret.setPosition(static_cast<int>(toDisplayText(before).size()));

@@ -8,6 +8,7 @@
 #include <QPrintDialog>
 #include <QPrinter>
 
+#include "platform/qt/qt_print_setup_dialog.h"
 #include "platform/qt/qt_text.h"
 
 namespace titron::qt {
@@ -49,6 +50,23 @@ QString qtPattern(const QString& pattern) {
         }
     }
     return globs.join(QLatin1Char(' '));
+}
+
+// The job takes the document's name. A print to a file offers that name with ".pdf", in the
+// folder of the file printed last or else the current one, so that one document never
+// offers to overwrite the file of another.
+void nameJob(QPrinter& printer, const std::string& name) {
+    if (name.empty()) {
+        return;
+    }
+    const QString job = QFile::decodeName(name.c_str());
+    printer.setDocName(job);
+    if (printer.outputFormat() != QPrinter::PdfFormat) {
+        return;
+    }
+    const QString last = printer.outputFileName();
+    const QDir folder = last.isEmpty() ? QDir::current() : QFileInfo(last).absoluteDir();
+    printer.setOutputFileName(folder.absoluteFilePath(job + QStringLiteral(".pdf")));
 }
 
 } // namespace
@@ -116,14 +134,13 @@ bool QtCommonDialogs::showFileDialog(platform::CommonDialog& dialog, QFileDialog
 }
 
 bool QtCommonDialogs::showPrinter(platform::CommonDialog& dialog) {
-    QPrintDialog printDialog(&m_printer, QApplication::activeWindow());
-    if (!dialog.dialogTitle.empty()) {
-        printDialog.setWindowTitle(fromLatin1(dialog.dialogTitle));
-    }
     if (has(dialog, flag::PrintSetup)) {
-        // Choosing the printer only: no pages or copies to set.
-        printDialog.setOptions(QAbstractPrintDialog::PrintDialogOptions());
+        QtPrintSetupDialog setup(m_printer, QApplication::activeWindow());
+        return setup.exec() == QDialog::Accepted;
     }
+    nameJob(m_printer, dialog.documentName);
+    // Qt's own title, "Print": the file dialogs' title is theirs alone.
+    QPrintDialog printDialog(&m_printer, QApplication::activeWindow());
     return printDialog.exec() == QDialog::Accepted;
 }
 

@@ -18,6 +18,9 @@ constexpr int kTabColumns = 8;
 // The least top and bottom margin. A device that reports less (a PDF file has none) would
 // put lines on the paper's very edge; half an inch keeps them clear of it.
 constexpr int kLeastMarginTwips = 720;
+// The least side margin, for a left origin of 0 on such a device: 700 twips, where a left
+// origin of -700 has always put its lines.
+constexpr int kLeastSideMarginTwips = 700;
 
 // Each Tab becomes the spaces up to the next stop of eight characters.
 QString expandTabs(const QString& line) {
@@ -75,6 +78,7 @@ bool QtPrinter::begin() {
     const int resolution = m_printer.resolution();
     const QMarginsF margins = QMarginsF(layout.marginsPixels(resolution));
     const qreal least = twipsToDevice(kLeastMarginTwips);
+    m_left = std::max(margins.left(), twipsToDevice(kLeastSideMarginTwips));
     m_top = std::max(margins.top(), least);
     m_bottom = layout.fullRectPixels(resolution).height() - std::max(margins.bottom(), least);
     m_y = m_top;
@@ -101,8 +105,9 @@ void QtPrinter::printLine(const QString& line) {
         m_y = m_top;
     }
     if (!line.isEmpty()) {
-        m_painter.drawText(QPointF(twipsToDevice(-m_leftOrigin), m_y + metrics.ascent()),
-                           expandTabs(line));
+        // Never left of the printable area, whatever the origin.
+        const qreal x = std::max(twipsToDevice(-m_leftOrigin), m_left);
+        m_painter.drawText(QPointF(x, m_y + metrics.ascent()), expandTabs(line));
     }
     m_y += spacing;
 }

@@ -1,5 +1,6 @@
 // The print device on a QPrinter: lines of text go down the page in the current font, from
-// a fixed left position, and a line that would pass the printable area starts a new page.
+// a fixed left position inside the printable area, and a line that would pass the printable
+// area starts a new page.
 #pragma once
 
 #include <string>
@@ -42,10 +43,11 @@ class QtPrinter : public platform::Printer {
     bool m_bold = false;
     bool m_fontChanged = true;
     // The document: whether it has begun, whether it failed, where the next line goes and
-    // the printable area's top and bottom, in device units.
+    // the printable area's left, top and bottom, in device units.
     bool m_begun = false;
     bool m_failed = false;
     qreal m_y = 0;
+    qreal m_left = 0;
     qreal m_top = 0;
     qreal m_bottom = 0;
 };

@@ -54,6 +54,12 @@ class QtCommonDialogsTest : public ::testing::Test {
                 shown.append(box->windowTitle() + ": " + box->text());
                 QTest::keyClick(box, Qt::Key_Return);
             } else if (!name.isEmpty() && edit != nullptr) {
+                // The dialog drops the file selected before only while the name box has the
+                // focus, as it has for a user typing; offscreen, a closed box doesn't give
+                // it back by itself.
+                modal->activateWindow();
+                EXPECT_TRUE(QTest::qWaitForWindowActive(modal));
+                edit->setFocus();
                 edit->setText(name);
                 QTest::keyClick(edit, Qt::Key_Return);
             } else {
@@ -80,8 +86,12 @@ TEST_F(QtCommonDialogsTest, SaveRefusesWhatCantBeWrittenAndTakesTheNextChoice) {
 
     answerInTurn({"locked.tna", "", "missing/x.tna", "", "kept/assay"});
     // Without OverwritePrompt: Qt's dialog would ask about replacing the file first.
-    platform::CommonDialog dialog{flag::PathMustExist | flag::NoReadOnlyReturn, "Analysis|*.tna",
-                                  "tna", "Save As", "untitled.tna"};
+    platform::CommonDialog dialog{flag::PathMustExist | flag::NoReadOnlyReturn,
+                                  "Analysis|*.tna",
+                                  "tna",
+                                  "Save As",
+                                  "untitled.tna",
+                                  ""};
     ASSERT_TRUE(platform.services().commonDialogs.showSave(dialog));
 
     const QString kept = QDir(directory.path()).absoluteFilePath("kept");

@@ -37,9 +37,10 @@ TEST_F(QtDocumentTest, CtrlPPrintsTheHeadTodayAndTheReport) {
     ASSERT_TRUE(analyze.reportPresent());
     const std::string report = analyze.resultsPane().text();
 
-    const QString pdfPath = directory.filePath(QStringLiteral("report.pdf"));
+    // A document without a file prints as "analysis", in the folder of the last file printed.
+    const QString pdfPath = directory.filePath(QStringLiteral("analysis.pdf"));
     platform.qprinter().setOutputFormat(QPrinter::PdfFormat);
-    platform.qprinter().setOutputFileName(pdfPath);
+    platform.qprinter().setOutputFileName(directory.filePath(QStringLiteral("earlier.pdf")));
     bool printDialogShown = false;
     whenModal([&](QWidget* modal) {
         printDialogShown = qobject_cast<QPrintDialog*>(modal) != nullptr;

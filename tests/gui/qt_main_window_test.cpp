@@ -11,6 +11,9 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocument>
 #include <QTextEdit>
 #include <QToolBar>
 
@@ -97,16 +100,42 @@ TEST_F(QtMainWindowTest, CtrlAInTheNameBoxAnalyzesAndShowsTheReport) {
     EXPECT_FALSE(nameBox().hasSelectedText());
     EXPECT_FALSE(platform.pointer().busy());
 
-    // The pane's look: dark blue bold Courier New (a metric twin stands in), stops every
-    // 960 twips.
+    // The pane's look: dark blue bold Courier New (a metric twin stands in).
     EXPECT_EQ(resultsPane().palette().color(QPalette::Text), QColor(0, 0, 128));
     EXPECT_TRUE(resultsPane().font().bold());
     EXPECT_DOUBLE_EQ(resultsPane().font().pointSizeF(), 9.75);
     EXPECT_TRUE(QFontInfo(resultsPane().font()).fixedPitch());
-    const QList<qreal> stops = resultsPane().document()->defaultTextOption().tabArray();
-    ASSERT_EQ(stops.size(), 10);
-    EXPECT_EQ(stops[1], twipsToPixelsX(960, resultsPane()));
-    EXPECT_EQ(stops[9], twipsToPixelsX(9 * 960, resultsPane()));
+}
+
+// The table's doubled Tabs stand on stops every 960 twips, so a heading and its values
+// line up however long the heading is; also for a report that replaces the first one.
+TEST_F(QtMainWindowTest, ReportTableLinesUpOnStopsEvery960Twips) {
+    analyze.nameBox().setText("Spleen A");
+    typeFourRowAssay(analyze.grid());
+    const int stop = twipsToPixelsX(960, resultsPane());
+    for (const char* tested : {"24", "25"}) {
+        nameBox().setFocus();
+        QTest::keyClick(&nameBox(), Qt::Key_A, Qt::ControlModifier);
+        ASSERT_TRUE(analyze.reportPresent());
+        const QTextCursor heading = resultsPane().document()->find(QStringLiteral("Row\t"));
+        ASSERT_FALSE(heading.isNull());
+        // x where the text edit draws the character at a position of a block.
+        const auto xAt = [&](const QTextBlock& block, const QString& text) {
+            QTextCursor at(resultsPane().document());
+            at.setPosition(block.position() + static_cast<int>(block.text().indexOf(text)));
+            return resultsPane().cursorRect(at).left();
+        };
+        const QTextBlock head = heading.block();
+        const QTextBlock first = head.next();
+        ASSERT_TRUE(first.text().startsWith(QStringLiteral("1\t")));
+        const int left = xAt(head, QStringLiteral("Row"));
+        EXPECT_NEAR(xAt(head, QStringLiteral("Dose")) - left, 2 * stop, 1);
+        EXPECT_NEAR(xAt(head, QStringLiteral("Responses")) - left, 4 * stop, 1);
+        EXPECT_NEAR(xAt(head, QStringLiteral("Tested")) - left, 6 * stop, 1);
+        EXPECT_NEAR(xAt(first, QString::fromLatin1(tested)) - left, 6 * stop, 1) << tested;
+        // The next report: 25 tests in the first row.
+        analyze.grid().setCell(3, 1, "25");
+    }
 }
 
 TEST_F(QtMainWindowTest, CtrlAInTheResultsPaneAnalyzesAndNotesTheMissingName) {

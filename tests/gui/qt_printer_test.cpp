@@ -25,11 +25,12 @@ class QtPrinterTest : public ::testing::Test {
   protected:
     // One document as the program prints it: the head, the date, then the body in Courier.
     Pdf print(const QString& name, const std::string& body,
-              platform::Orientation orientation = platform::Orientation::Portrait) {
+              platform::Orientation orientation = platform::Orientation::Portrait,
+              int leftOrigin = -700) {
         platform.qprinter().setOutputFormat(QPrinter::PdfFormat);
         platform.qprinter().setOutputFileName(directory.filePath(name));
         platform::Printer& printer = platform.services().printer;
-        printer.setLeftOrigin(-700);
+        printer.setLeftOrigin(leftOrigin);
         printer.setOrientation(orientation);
         printer.setFontName("Arial");
         printer.setFontSize(16);
@@ -91,6 +92,18 @@ TEST_F(QtPrinterTest, LongBodyRunsOnOverPagesHalfAnInchClearOfTheEdges) {
     std::iota(expected.begin(), expected.end(), 1);
     EXPECT_EQ(lines, expected);
     EXPECT_FALSE(laterLines.empty());
+}
+
+// A left origin of 0 on a device without margins of its own (a PDF file) starts the lines
+// inside the paper's edge, and a landscape line of 120 characters ends inside it too.
+TEST_F(QtPrinterTest, LeftOriginZeroKeepsTheLinesInsideThePrintableArea) {
+    const std::string wide = "First" + std::string(111, ' ') + "Last";
+    const Pdf pdf = print("wide.pdf", wide, platform::Orientation::Landscape, 0);
+    ASSERT_EQ(pdf.pages, 1);
+    for (const char* word : {"Titron", "November", "First"}) {
+        EXPECT_NEAR(find(pdf, word).left, 35, 1) << word;
+    }
+    EXPECT_LE(find(pdf, "Last").right, pdf.width - 35);
 }
 
 // After endDocument the next document begins afresh, in another file and orientation; a
