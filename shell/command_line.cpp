@@ -9,6 +9,7 @@
 
 #include "shell/compare_command.h"
 #include "shell/file_analysis.h"
+#include "shell/groups_command.h"
 #include "shell/tsv_line.h"
 
 namespace titron::shell {
@@ -18,6 +19,8 @@ namespace {
 constexpr const char* kUsage =
     "Usage: titron-cli analyze [--passes N] [--save OUT] [--format text|tsv] FILE...\n"
     "       titron-cli compare [--row N] [--save OUT] FILE...\n"
+    "       titron-cli groups [--level L] [--adjust holm|bh|none] [--format text|json]\n"
+    "                         FILE...\n"
     "       titron-cli --help\n"
     "\n"
     "Analyses limiting dilution assays. Each FILE (an analysis file, or a text file of\n"
@@ -62,7 +65,18 @@ constexpr const char* kUsage =
     "standard output with CR LF line ends; --save OUT writes the comparison file as its\n"
     "Save command does. A FILE without analysis results, or one that cannot be read, is\n"
     "skipped with a note on standard error (status 1 if a FILE could not be read or OUT\n"
-    "not written; 64 for a row beyond the rows).\n";
+    "not written; 64 for a row beyond the rows).\n"
+    "\n"
+    "groups: compares two or more assays, each FILE one group, read and checked as\n"
+    "analyze reads them, each fitted to full precision: the likelihood-ratio test that all\n"
+    "groups share one frequency, then every pair (ratio of proportions with its Wald\n"
+    "interval at level L, default 0.95; likelihood-ratio chi-square on 1 degree of freedom;\n"
+    "its p-value adjusted over the pairs by Holm's step-down (holm, the default),\n"
+    "Benjamini-Hochberg's false discovery rate (bh) or not at all (none)). --format text\n"
+    "(default) is a table, pairs below 0.05 after adjustment marked *; --format json one\n"
+    "document. A group with no responses or only responses gets its one-sided bound and\n"
+    "is left out of the tests. Status 1 or 2 when a FILE gives no rows (told as analyze\n"
+    "tells it), 2 when fewer than two groups have an estimate, 64 for wrong usage.\n";
 
 struct Options {
     FileRequest request;
@@ -157,6 +171,9 @@ int runCommand(const std::vector<std::string>& arguments, std::ostream& out, std
     }
     if (!arguments.empty() && arguments[0] == "compare") {
         return runCompareCommand(arguments, out, err);
+    }
+    if (!arguments.empty() && arguments[0] == "groups") {
+        return runGroupsCommand(arguments, out, err);
     }
     if (arguments.empty() || arguments[0] != "analyze") {
         err << (arguments.empty() ? "titron-cli: no command given\n"
