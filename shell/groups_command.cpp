@@ -80,6 +80,9 @@ int runGroupsCommand(const std::vector<std::string>& arguments, std::ostream& ou
 
     FileRequest request;
     request.report = false;
+    // Only the rows are used, fitted afresh; the window's estimator need not go on past its
+    // first round of passes.
+    request.passes = 0;
     std::error_code noDirectory;
     const std::filesystem::path currentDirectory = std::filesystem::current_path(noDirectory);
     if (!noDirectory) {

@@ -58,6 +58,7 @@ TEST(GroupComparisonTest, FiveGroupsAgainstAnIndependentComputation) {
     EXPECT_NEAR(*holm.overall->p, 0.00055027514713606659, 1e-10);
 
     ASSERT_EQ(holm.pairs.size(), 10u);
+    EXPECT_NEAR(holm.pairs[0].wald.lower, 0.41437940271497919, 1e-9);
     // Pairs in the order 1/2, 1/3, 1/4, 1/5, 2/3, ...: pair 2/5 is the seventh.
     const GroupPair& pair = holm.pairs[6];
     EXPECT_EQ(pair.first, 1u);
@@ -98,7 +99,7 @@ TEST(GroupComparisonTest, EqualFrequenciesGiveNoEvidenceOfADifference) {
     }
 }
 
-TEST(GroupComparisonTest, GroupWithNoResponsesKeepsItsBoundAndStaysOutOfTheTests) {
+TEST(GroupComparisonTest, GroupWithNoResponsesKeepsItsBoundAtTheLevelAndStaysOutOfTheTests) {
     const GroupComparison comparison =
         compareGroups({kSpleen, kLymph, kNoResponses, kThird}, 0.95, PValueAdjustment::Holm);
     EXPECT_EQ(comparison.tested, (std::vector<std::size_t>{0, 1, 3}));
@@ -117,6 +118,15 @@ TEST(GroupComparisonTest, GroupWithNoResponsesKeepsItsBoundAndStaysOutOfTheTests
     EXPECT_EQ(comparison.pairs[2].first, 1u);
     EXPECT_EQ(comparison.pairs[2].second, 3u);
     EXPECT_NEAR(comparison.pairs[2].ratio, 0.68418302354933336, 1e-9);
+
+    // At the 90% level: z = 1.6448536269514715, the bound -ln 0.1 / 9600.
+    const GroupComparison ninety =
+        compareGroups({kSpleen, kLymph, kNoResponses}, 0.90, PValueAdjustment::Holm);
+    EXPECT_NEAR(ninety.groups[0].wald->lower, 6.5440790572319886e-05, 1e-14);
+    EXPECT_NEAR(ninety.groups[0].wald->upper, 0.00011547726876335542, 1e-14);
+    EXPECT_NEAR(ninety.pairs[0].wald.lower, 0.44260692994567874, 1e-9);
+    EXPECT_NEAR(ninety.pairs[0].wald.upper, 0.88065833240255842, 1e-9);
+    EXPECT_NEAR(ninety.groups[2].bound->proportion, 0.0002398526138535464, 1e-15);
 
     const GroupComparison one =
         compareGroups({kNoResponses, kSpleen}, 0.95, PValueAdjustment::Holm);
