@@ -10,6 +10,7 @@
 #include "shell/compare_command.h"
 #include "shell/design_command.h"
 #include "shell/file_analysis.h"
+#include "shell/groups_command.h"
 #include "shell/tsv_line.h"
 
 namespace titron::shell {
@@ -22,6 +23,8 @@ constexpr const char* kUsage =
     "       titron-cli design --frequency X [--doses D1,D2,...] [--tested N | --tested N1,N2,...]\n"
     "                         [--level L] [--target-ratio R] [--format text|json]\n"
     "                         [--simulate N [--seed S]]\n"
+    "       titron-cli groups [--level L] [--adjust holm|bh|none] [--format text|json]\n"
+    "                         FILE...\n"
     "       titron-cli --help\n"
     "\n"
     "Analyses limiting dilution assays. Each FILE (an analysis file, or a text file of\n"
@@ -78,7 +81,18 @@ constexpr const char* kUsage =
     "dose whose expected ratio is at most R. --simulate N fits N assays drawn from the\n"
     "model and counts how often the interval held the true proportion (--seed S, default\n"
     "1, repeats a run exactly). --format json writes one JSON document. Status 64 for\n"
-    "wrong input, nothing on standard output; 2 when no number of tests reaches R.\n";
+    "wrong input, nothing on standard output; 2 when no number of tests reaches R.\n"
+    "\n"
+    "groups: compares two or more assays, each FILE one group, read and checked as\n"
+    "analyze reads them, each fitted to full precision: the likelihood-ratio test that all\n"
+    "groups share one frequency, then every pair (ratio of proportions with its Wald\n"
+    "interval at level L, default 0.95; likelihood-ratio chi-square on 1 degree of freedom;\n"
+    "its p-value adjusted over the pairs by Holm's step-down (holm, the default),\n"
+    "Benjamini-Hochberg's false discovery rate (bh) or not at all (none)). --format text\n"
+    "(default) is a table, pairs below 0.05 after adjustment marked *; --format json one\n"
+    "document. A group with no responses or only responses gets its one-sided bound and\n"
+    "is left out of the tests. Status 1 or 2 when a FILE gives no rows (told as analyze\n"
+    "tells it), 2 when fewer than two groups have an estimate, 64 for wrong usage.\n";
 
 struct Options {
     FileRequest request;
@@ -176,6 +190,9 @@ int runCommand(const std::vector<std::string>& arguments, std::ostream& out, std
     }
     if (!arguments.empty() && arguments[0] == "design") {
         return runDesignCommand(arguments, out, err);
+    }
+    if (!arguments.empty() && arguments[0] == "groups") {
+        return runGroupsCommand(arguments, out, err);
     }
     if (arguments.empty() || arguments[0] != "analyze") {
         err << (arguments.empty() ? "titron-cli: no command given\n"
