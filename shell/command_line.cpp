@@ -9,6 +9,7 @@
 
 #include "shell/compare_command.h"
 #include "shell/file_analysis.h"
+#include "shell/plot_command.h"
 #include "shell/tsv_line.h"
 
 namespace titron::shell {
@@ -18,6 +19,7 @@ namespace {
 constexpr const char* kUsage =
     "Usage: titron-cli analyze [--passes N] [--save OUT] [--format text|tsv] FILE...\n"
     "       titron-cli compare [--row N] [--save OUT] FILE...\n"
+    "       titron-cli plot [--level L] [--output OUT.svg] FILE...\n"
     "       titron-cli --help\n"
     "\n"
     "Analyses limiting dilution assays. Each FILE (an analysis file, or a text file of\n"
@@ -62,7 +64,16 @@ constexpr const char* kUsage =
     "standard output with CR LF line ends; --save OUT writes the comparison file as its\n"
     "Save command does. A FILE without analysis results, or one that cannot be read, is\n"
     "skipped with a note on standard error (status 1 if a FILE could not be read or OUT\n"
-    "not written; 64 for a row beyond the rows).\n";
+    "not written; 64 for a row beyond the rows).\n"
+    "\n"
+    "plot: draws the analyses of the FILEs in one SVG picture: ln(1 - r/n) against dose, a\n"
+    "marker per row (a triangle at the bottom edge where every test responded), the fitted\n"
+    "line -f d solid and the lines of the interval of f at level L (default 0.95, Wald)\n"
+    "dashed, one colour, marker and dash pattern per analysis, and a legend with each\n"
+    "analysis's frequency (1 in ...). The picture goes to standard output, or to OUT.svg\n"
+    "with --output. Each FILE is analysed as by analyze, with the same messages and exit\n"
+    "statuses; a FILE without a fit is left out of the picture. A level outside (0, 1):\n"
+    "status 64.\n";
 
 struct Options {
     FileRequest request;
@@ -157,6 +168,9 @@ int runCommand(const std::vector<std::string>& arguments, std::ostream& out, std
     }
     if (!arguments.empty() && arguments[0] == "compare") {
         return runCompareCommand(arguments, out, err);
+    }
+    if (!arguments.empty() && arguments[0] == "plot") {
+        return runPlotCommand(arguments, out, err);
     }
     if (arguments.empty() || arguments[0] != "analyze") {
         err << (arguments.empty() ? "titron-cli: no command given\n"
