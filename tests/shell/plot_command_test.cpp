@@ -39,16 +39,27 @@ TEST_F(PlotCommandTest, DrawsEachFileInItsOwnColourWithItsFrequencyInTheLegend) 
     const std::string one = out.str();
     EXPECT_TRUE(isWellFormedXml(one));
     EXPECT_NE(one.find(">Spleen A: 1 in 11,503<"), std::string::npos);
-    EXPECT_EQ(elements(one, "row").size(), 4u);
 
+    // Each analysis differs from the others in colour, marker shape and dash pattern, so
+    // that the picture reads in grey as well.
     EXPECT_EQ(run({"plot", kSpleen, kLymphNode}), kExitReport);
     const std::string two = out.str();
     EXPECT_TRUE(isWellFormedXml(two));
     std::set<std::string> colours;
+    std::set<std::string> dashes;
+    std::set<std::string> markers;
     for (const std::string& group : elements(two, "analysis")) {
         colours.insert(attribute(group, "stroke"));
     }
+    for (const std::string& line : elements(two, "interval")) {
+        dashes.insert(attribute(line, "stroke-dasharray"));
+    }
+    for (const std::string& marker : elements(two, "row")) {
+        markers.insert(marker.substr(0, marker.find(' ')));
+    }
     EXPECT_EQ(colours.size(), 2u);
+    EXPECT_EQ(dashes.size(), 2u);
+    EXPECT_EQ(markers.size(), 2u);
     // A file without a name is named by its path in the legend, and noted as analyze does.
     EXPECT_NE(two.find(">" + kLymphNode + ": 1 in "), std::string::npos);
     EXPECT_EQ(err.str(), kLymphNode + ": note: ANALYSIS NAME: There is no Analysis Name.\n");
