@@ -72,68 +72,50 @@ std::string number(double value) {
     return text;
 }
 
-// Text for XML content and attribute values: the markup characters as entities, and what
-// XML cannot hold (control characters, bytes that are no UTF-8) as U+FFFD, so that any
-// analysis name gives a well-formed picture.
+// Text for XML content and attribute values: markup characters as entities, and control
+// characters, which XML cannot hold, as U+FFFD, so that any analysis name gives a
+// well-formed picture.
 std::string escaped(std::string_view text) {
-    constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
     std::string out;
-    for (std::size_t i = 0; i < text.size();) {
-        const auto byte = static_cast<unsigned char>(text[i]);
-        if (byte < 0x80) {
-            switch (byte) {
-            case '&':
-                out += "&amp;";
-                break;
-            case '<':
-                out += "&lt;";
-                break;
-            case '>':
-                out += "&gt;";
-                break;
-            case '"':
-                out += "&quot;";
-                break;
-            case '\'':
-                out += "&apos;";
-                break;
-            default:
-                if (byte < 0x20 && byte != '\t' && byte != '\n' && byte != '\r') {
-                    out += kReplacement;
-                } else {
-                    out += static_cast<char>(byte);
-                }
+    for (const char c : text) {
+        switch (c) {
+        case '&':
+            out += "&amp;";
+            break;
+        case '<':
+            out += "&lt;";
+            break;
+        case '>':
+            out += "&gt;";
+            break;
+        case '"':
+            out += "&quot;";
+            break;
+        case '\'':
+            out += "&apos;";
+            break;
+        default:
+            if (static_cast<unsigned char>(c) < 0x20 && c != '\t' && c != '\n' && c != '\r') {
+                out += "\xEF\xBF\xBD";
+            } else {
+                out += c;
             }
-            ++i;
-            continue;
         }
-        // A UTF-8 sequence: its lead byte tells its length and the range of its first
-        // continuation byte (no overlong forms, no surrogates, nothing beyond U+10FFFF).
-        std::size_t length = 0;
-        unsigned char low = 0x80;
-        unsigned char high = 0xBF;
-        if (byte >= 0xC2 && byte <= 0xDF) {
-            length = 2;
-        } else if (byte >= 0xE0 && byte <= 0xEF) {
-            length = 3;
-            low = byte == 0xE0 ? 0xA0 : 0x80;
-            high = byte == 0xED ? 0x9F : 0xBF;
-        } else if (byte >= 0xF0 && byte <= 0xF4) {
-            length = 4;
-            low = byte == 0xF0 ? 0x90 : 0x80;
-            high = byte == 0xF4 ? 0x8F : 0xBF;
-        }
-        bool valid = length > 0 && i + length <= text.size();
-        for (std::size_t k = 1; valid && k < length; ++k) {
-            const auto next = static_cast<unsigned char>(text[i + k]);
-            valid = k == 1 ? next >= low && next <= high : next >= 0x80 && next <= 0xBF;
-        }
-        if (valid) {
-            out.append(text.substr(i, length));
-            i += length;
+    }
+    return out;
+}
+
+// The program's texts are Latin-1, one byte a character, as the window shows them; the
+// picture is UTF-8.
+std::string utf8FromLatin1(std::string_view text) {
+    std::string out;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x80) {
+            out += c;
         } else {
-            out += kReplacement;
-            ++i;
+            out += static_cast<char>(0xC0 | (byte >> 6));
+            out += static_cast<char>(0x80 | (byte & 0x3F));
         }
     }
     return out;
@@ -436,7 +418,7 @@ std::string plotSvg(const std::vector<PlotAnalysis>& analyses, double level) {
                number(kLeft + 98) + "\" y2=\"" + number(y - 4.5) + "\" stroke-dasharray=\"" +
                std::string(style.dash) + "\"/>\n";
         appendText(out, kLeft + 108, y, "start",
-                   analyses[i].label + ": 1 in " +
+                   utf8FromLatin1(analyses[i].label) + ": 1 in " +
                        vocabulary::formatMask(1.0 / analyses[i].proportion, "###,###"),
                    " stroke=\"none\" fill=\"#000000\"");
         out += "</g>\n";
