@@ -2,8 +2,10 @@
 
 #include <cmath>
 #include <limits>
+#include <vector>
 
 #include "analysis/distributions.h"
+#include "analysis/model_adequacy.h"
 #include "analysis/single_hit_terms.h"
 
 namespace titron::analysis {
@@ -86,14 +88,6 @@ double startValue(const AssayTable& table) {
     return sum / static_cast<double>(table.size());
 }
 
-// Twice the drop of the log-likelihood from the saturated model's, at x = f d: the
-// responses r against n p and the others n - r against n q, each part never negative.
-double rowDeviance(double x, double r, double n) {
-    const RowTerms t = rowTerms(x, r, n);
-    return 2.0 * (single_hit::devianceTerm(r, n * t.p, t.residual) +
-                  single_hit::devianceTerm(n - r, n * t.q, -t.residual));
-}
-
 // Bisection on b between a point where `above` is false and one where it is true, down to
 // adjacent doubles; returns the point where `above` turns true.
 template <class Above> double bisect(double below, double aboveAt, const Above& above) {
@@ -124,7 +118,7 @@ template <class Above> std::optional<double> bracket(double from, double step, c
 
 // The lower bound of f with every test responding: the f at which the chance that all of
 // them respond has fallen to 1 - level.
-double lowerBound(const AssayTable& table, double level) {
+std::optional<double> lowerBound(const AssayTable& table, double level) {
     const double target = std::log1p(-level);
     const auto above = [&](double b) {
         const double f = std::exp(b);
@@ -138,76 +132,62 @@ double lowerBound(const AssayTable& table, double level) {
     for (const AssayRow& row : table) {
         smallest = std::fmin(smallest, row.dose);
     }
+    // From f d = 1 at the smallest dose, outwards until the target is passed.
     const double start = -std::log(smallest);
-    double lower, upper;
-    if (above(start)) {
-        upper = start;
-        lower = *bracket(start, -1.0, [&](double b) { return !above(b); });
-    } else {
-        lower = start;
-        upper = *bracket(start, 1.0, above);
+    const bool startAbove = above(start);
+    const std::optional<double> end =
+        startAbove ? bracket(start, -1.0, [&](double b) { return !above(b); })
+                   : bracket(start, 1.0, above);
+    if (!end) {
+        return std::nullopt;
     }
-    return std::exp(bisect(lower, upper, above));
+    return std::exp(startAbove ? bisect(*end, start, above) : bisect(start, *end, above));
+}
+
+// Where twice the drop of the log-likelihood from its maximum, g(b) = 2 (max - l(b)) - c,
+// crosses 0 between `inside` (g < 0) and `outside` (g >= 0): Newton's method on g, whose
+// slope is -2 dl/db, kept inside the bracket by bisection wherever its step would leave it.
+double likelihoodRatioEnd(const AssayTable& table, const SingleHitFit& fit, double critical,
+                          double inside, double outside, double from) {
+    double b = from;
+    for (int pass = 0; pass < 200; ++pass) {
+        const Sums s = sumsAt(table, b);
+        const double g = 2.0 * (fit.logLikelihood - s.logLik) - critical;
+        (g >= 0.0 ? outside : inside) = b;
+        double next = b + g / (2.0 * s.score);
+        if (std::fabs(next - b) <= kEpsilon * std::fabs(b)) {
+            return next;
+        }
+        const bool within = std::fmin(inside, outside) < next && next < std::fmax(inside, outside);
+        if (!within) {
+            next = inside + (outside - inside) / 2.0;
+            if (next == inside || next == outside) {
+                return next;
+            }
+        }
+        b = next;
+    }
+    return b;
 }
 
 // The likelihood-ratio interval of f: on each side of b, the b where twice the drop of the
-// log-likelihood reaches the chi-square quantile (the square of the normal one, z).
+// log-likelihood reaches the chi-square quantile (the square of the normal one, z). The
+// search starts from the Wald interval's ends.
 std::optional<Interval> likelihoodRatioInterval(const AssayTable& table, const SingleHitFit& fit,
                                                 double z) {
     const double critical = z * z;
     const auto outside = [&](double b) {
         return 2.0 * (fit.logLikelihood - logLikelihoodAt(table, b)) >= critical;
     };
+    const double b = fit.logProportion;
     const double step = std::fmax(z * fit.seLog, 1e-3);
-    const std::optional<double> below = bracket(fit.logProportion, -step, outside);
-    const std::optional<double> above = bracket(fit.logProportion, step, outside);
+    const std::optional<double> below = bracket(b, -step, outside);
+    const std::optional<double> above = bracket(b, step, outside);
     if (!below || !above) {
         return std::nullopt;
     }
-    return Interval{std::exp(bisect(fit.logProportion, *below, outside)),
-                    std::exp(bisect(fit.logProportion, *above, outside))};
-}
-
-std::vector<DoseResidual> doseResiduals(const AssayTable& table,
-                                        const std::optional<SingleHitFit>& fit) {
-    std::vector<DoseResidual> doses;
-    for (const AssayRow& row : table) {
-        DoseResidual dose{row.dose, row.responses, row.tested, {}, {}, {}};
-        if (fit) {
-            const double x = fit->proportion * row.dose;
-            const RowTerms t = rowTerms(x, row.responses, row.tested);
-            dose.expected = row.tested * t.p;
-            const double variance = row.tested * t.p * t.q;
-            if (variance > 0.0) {
-                dose.pearsonResidual = t.residual / std::sqrt(variance);
-            }
-            const double size = std::sqrt(rowDeviance(x, row.responses, row.tested));
-            dose.devianceResidual = t.residual < 0.0 ? -size : size;
-        }
-        doses.push_back(dose);
-    }
-    return doses;
-}
-
-ChiSquareTest chiSquareTest(double statistic, int df) {
-    ChiSquareTest test{statistic, df, {}};
-    if (df > 0) {
-        test.p = chiSquareUpperTail(statistic, df);
-    }
-    return test;
-}
-
-// Pearson's chi-square at the fit, from the residuals of the rows.
-double pearsonChiSquare(const std::vector<DoseResidual>& doses) {
-    double sum = 0.0;
-    for (const DoseResidual& dose : doses) {
-        if (dose.pearsonResidual) {
-            sum += *dose.pearsonResidual * *dose.pearsonResidual;
-        } else if (dose.devianceResidual && *dose.devianceResidual != 0.0) {
-            return std::numeric_limits<double>::infinity(); // a miss where p is 0 or 1
-        }
-    }
-    return sum;
+    return Interval{std::exp(likelihoodRatioEnd(table, fit, critical, b, *below, b - step)),
+                    std::exp(likelihoodRatioEnd(table, fit, critical, b, *above, b + step))};
 }
 
 } // namespace
@@ -263,7 +243,8 @@ std::optional<SingleHitFit> fitSingleHit(const AssayTable& table) {
     fit.seLog = 1.0 / std::sqrt(s.fisherInformation);
     fit.logLikelihood = s.logLik;
     for (const AssayRow& row : table) {
-        fit.deviance += rowDeviance(fit.proportion * row.dose, row.responses, row.tested);
+        fit.deviance +=
+            single_hit::rowDeviance(fit.proportion * row.dose, row.responses, row.tested);
     }
     return fit;
 }
@@ -284,7 +265,9 @@ SingleHitStatistics examineSingleHit(const AssayTable& table, double level) {
             }
             stats.bound = OneSidedBound{OneSidedBound::Side::Upper, -std::log1p(-level) / exposure};
         } else if (allResponded(table)) {
-            stats.bound = OneSidedBound{OneSidedBound::Side::Lower, lowerBound(table, level)};
+            if (const std::optional<double> bound = lowerBound(table, level)) {
+                stats.bound = OneSidedBound{OneSidedBound::Side::Lower, *bound};
+            }
         }
         return stats;
     }
@@ -293,10 +276,8 @@ SingleHitStatistics examineSingleHit(const AssayTable& table, double level) {
     stats.wald = Interval{std::exp(fit.logProportion - z * fit.seLog),
                           std::exp(fit.logProportion + z * fit.seLog)};
     stats.likelihoodRatio = likelihoodRatioInterval(table, fit, z);
-
-    const int df = static_cast<int>(table.size()) - 1;
-    stats.pearson = chiSquareTest(pearsonChiSquare(stats.doses), df);
-    stats.deviance = chiSquareTest(fit.deviance, df);
+    addSingleHitTests(table, stats);
+    addGoodnessOfFit(stats);
     return stats;
 }
 
