@@ -11,6 +11,7 @@
 #include "shell/design_command.h"
 #include "shell/file_analysis.h"
 #include "shell/groups_command.h"
+#include "shell/plot_command.h"
 #include "shell/tsv_line.h"
 
 namespace titron::shell {
@@ -25,6 +26,7 @@ constexpr const char* kUsage =
     "                         [--simulate N [--seed S]]\n"
     "       titron-cli groups [--level L] [--adjust holm|bh|none] [--format text|json]\n"
     "                         FILE...\n"
+    "       titron-cli plot [--level L] [--output OUT.svg] FILE...\n"
     "       titron-cli --help\n"
     "\n"
     "Analyses limiting dilution assays. Each FILE (an analysis file, or a text file of\n"
@@ -92,7 +94,16 @@ constexpr const char* kUsage =
     "(default) is a table, pairs below 0.05 after adjustment marked *; --format json one\n"
     "document. A group with no responses or only responses gets its one-sided bound and\n"
     "is left out of the tests. Status 1 or 2 when a FILE gives no rows (told as analyze\n"
-    "tells it), 2 when fewer than two groups have an estimate, 64 for wrong usage.\n";
+    "tells it), 2 when fewer than two groups have an estimate, 64 for wrong usage.\n"
+    "\n"
+    "plot: draws the analyses of the FILEs in one SVG picture: ln(1 - r/n) against dose, a\n"
+    "marker per row (a triangle at the bottom edge where every test responded), the fitted\n"
+    "line -f d solid and the lines of the interval of f at level L (default 0.95, Wald)\n"
+    "dashed, one colour, marker and dash pattern per analysis, and a legend with each\n"
+    "analysis's frequency (1 in ...). The picture goes to standard output, or to OUT.svg\n"
+    "with --output. Each FILE is analysed as by analyze, with the same messages and exit\n"
+    "statuses; a FILE without a fit is left out of the picture. A level outside (0, 1):\n"
+    "status 64.\n";
 
 struct Options {
     FileRequest request;
@@ -193,6 +204,9 @@ int runCommand(const std::vector<std::string>& arguments, std::ostream& out, std
     }
     if (!arguments.empty() && arguments[0] == "groups") {
         return runGroupsCommand(arguments, out, err);
+    }
+    if (!arguments.empty() && arguments[0] == "plot") {
+        return runPlotCommand(arguments, out, err);
     }
     if (arguments.empty() || arguments[0] != "analyze") {
         err << (arguments.empty() ? "titron-cli: no command given\n"
