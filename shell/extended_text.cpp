@@ -59,6 +59,14 @@ std::string optionalText(const std::optional<double>& value, const char* format)
     return buffer;
 }
 
+// The p-value to four decimals, or "< 0.0001" below them.
+std::string pText(const std::optional<double>& p) {
+    if (p && *p < 0.0001) {
+        return "< 0.0001";
+    }
+    return optionalText(p, "%.4f");
+}
+
 std::string percentText(double level) {
     char buffer[32];
     std::snprintf(buffer, sizeof buffer, "%.6g%%", level * 100.0);
@@ -128,8 +136,8 @@ void appendZTest(std::string& text, const char* label, const std::optional<ZTest
     if (!test) {
         return;
     }
-    appendFormatted(text, "    %-28sz = %8.3f    p = %.4f\r\n      %s\r\n", label, test->z, test->p,
-                    verdict(*test));
+    appendFormatted(text, "    %-28sz = %8.3f    p = %s\r\n      %s\r\n", label, test->z,
+                    pText(test->p).c_str(), verdict(*test));
 }
 
 void appendChiSquare(std::string& text, const char* label,
@@ -138,7 +146,7 @@ void appendChiSquare(std::string& text, const char* label,
         return;
     }
     appendFormatted(text, "    %-28schi-square = %.3f on %d df    p = %s\r\n      %s\r\n", label,
-                    test->chiSquare, test->df, optionalText(test->p, "%.4f").c_str(),
+                    test->chiSquare, test->df, pText(test->p).c_str(),
                     !test->p                    ? "No test of fit with a single row."
                     : *test->p >= kVerdictLevel ? kConsistent
                                                 : "The rows scatter about the fit more than "

@@ -66,7 +66,8 @@ std::vector<std::string> tabFields(const std::string& line) {
 }
 
 // Every line is JSON; outcome, passes and report are the tsv's, figure for figure; the
-// model's Wald interval at 0.95 and its estimate agree with the report's within its digits.
+// model's Wald interval at 0.95 and its estimate agree with the report's within the
+// digits it prints (three or four significant ones).
 TEST_F(ModelOutputsTest, JsonOfTheSamplesIsTheTsvsFiguresAndTheModelAgreesWithTheReport) {
     std::vector<std::string> arguments = {"analyze", "--format", "tsv"};
     for (const std::string& file : exampleFiles()) {
@@ -96,7 +97,7 @@ TEST_F(ModelOutputsTest, JsonOfTheSamplesIsTheTsvsFiguresAndTheModelAgreesWithTh
         ++reports;
         for (std::size_t f = 4; f < names.size(); ++f) {
             const JsonValue& figure = line["report"][names[f]];
-            EXPECT_EQ(figure.isNull() ? "" : fields[f], fields[f]) << names[f];
+            EXPECT_EQ(figure.isNull(), fields[f].empty()) << names[f];
             if (!figure.isNull()) {
                 EXPECT_EQ(figure.number, std::stod(fields[f])) << names[f];
             }
@@ -105,19 +106,25 @@ TEST_F(ModelOutputsTest, JsonOfTheSamplesIsTheTsvsFiguresAndTheModelAgreesWithTh
         const JsonValue& model = line["model"];
         EXPECT_EQ(model["level"].number, 0.95);
         EXPECT_TRUE(model["bound"].isNull());
-        // Half the last digit of "0.0000000", "##0.00000" and "#0.0000".
-        EXPECT_NEAR(model["proportion"]["wald"][0].number, report["lower_proportion_95"].number,
-                    0.5e-7);
-        EXPECT_NEAR(model["proportion"]["wald"][1].number, report["upper_proportion_95"].number,
-                    0.5e-7);
-        EXPECT_NEAR(std::log(model["proportion"]["estimate"].number),
-                    report["log_proportion"].number, 0.5e-5);
-        EXPECT_NEAR(model["proportion"]["se_log"].number, report["se_log_proportion"].number,
-                    0.5e-4);
-        EXPECT_NEAR(model["frequency"]["wald"][0].number,
-                    1.0 / model["proportion"]["wald"][0].number, 1e-9);
+        EXPECT_EQ(model["frequency"]["wald"][0].number,
+                  1.0 / model["proportion"]["wald"][0].number);
         EXPECT_EQ(model["doses"].items.size(),
                   static_cast<std::size_t>(report["df"].isNull() ? 1 : report["df"].number + 1));
+        if (fields[0].ends_with("culture-e.txt")) {
+            // The report's stopping rule ends this assay on a proportion of 1 (Pearson 0),
+            // far from the maximum; the model's fit goes on to it.
+            EXPECT_LT(model["proportion"]["estimate"].number, 1e-5);
+            continue;
+        }
+        // The report's z is 1.96 and its estimate stops when the deviance settles: the
+        // model's figures differ from its in the fifth significant digit at most.
+        const auto expectClose = [&](double figure, const char* name) {
+            EXPECT_NEAR(figure / report[name].number, 1.0, 1e-4) << fields[0] << " " << name;
+        };
+        expectClose(model["proportion"]["wald"][0].number, "lower_proportion_95");
+        expectClose(model["proportion"]["wald"][1].number, "upper_proportion_95");
+        expectClose(model["proportion"]["estimate"].number, "proportion");
+        expectClose(model["proportion"]["se_log"].number, "se_log_proportion");
     }
     EXPECT_GE(reports, 5);
 }
@@ -133,7 +140,7 @@ TEST_F(ModelOutputsTest, TablesWithoutAnEstimateGiveTheBoundAndFailedFilesNoMode
     arguments.insert(arguments.end(), files.begin(), files.end());
     const int status = run(arguments);
     const std::string reportErr = err.str();
-    ASSERT_EQ(status, kExitUnreadable);
+    ASSERT_EQ(status, kExitBox);
     arguments.insert(arguments.begin() + 1, {"--format", "json", "--level", "0.99"});
     EXPECT_EQ(run(arguments), status);
     EXPECT_EQ(err.str(), reportErr);
@@ -176,9 +183,13 @@ TEST_F(ModelOutputsTest, ExtendedLeavesTheReportsAsTheyAreAndAddsASectionToEach)
     for (const auto& [report, section] : {std::pair(plain.substr(0, plainBreak), first),
                                           std::pair(plain.substr(plainBreak + 3), second)}) {
         ASSERT_EQ(section.compare(0, report.size(), report), 0);
-        EXPECT_EQ(section.compare(report.size(), 21, "\r\n  Single-hit model at"), 0);
+        const std::string heading = "\r\n  Single-hit model at the 95% level\r\n";
+        EXPECT_EQ(section.compare(report.size(), heading.size(), heading), 0);
     }
-    EXPECT_NE(first.find("Wald interval:              6.2e-05 to 0.0001219"), std::string::npos)
+    // The report's own 95% frequencies, 1 in 16,135 to 1 in 8,201.
+    EXPECT_NE(first.find("Wald interval:              6.198e-05 to 0.0001219  1 in 16,135 to "
+                         "1 in 8,201\r\n"),
+              std::string::npos)
         << first;
     EXPECT_NE(first.find("Consistent with the single-hit model."), std::string::npos);
 }
