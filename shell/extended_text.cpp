@@ -59,12 +59,12 @@ std::string optionalText(const std::optional<double>& value, const char* format)
     return buffer;
 }
 
-// The p-value to four decimals, or "< 0.0001" below them.
+// "p = " the p-value to four decimals, or "p < 0.0001" below them.
 std::string pText(const std::optional<double>& p) {
     if (p && *p < 0.0001) {
-        return "< 0.0001";
+        return "p < 0.0001";
     }
-    return optionalText(p, "%.4f");
+    return "p = " + optionalText(p, "%.4f");
 }
 
 std::string percentText(double level) {
@@ -136,7 +136,7 @@ void appendZTest(std::string& text, const char* label, const std::optional<ZTest
     if (!test) {
         return;
     }
-    appendFormatted(text, "    %-28sz = %8.3f    p = %s\r\n      %s\r\n", label, test->z,
+    appendFormatted(text, "    %-28sz = %8.3f    %s\r\n      %s\r\n", label, test->z,
                     pText(test->p).c_str(), verdict(*test));
 }
 
@@ -145,7 +145,7 @@ void appendChiSquare(std::string& text, const char* label,
     if (!test) {
         return;
     }
-    appendFormatted(text, "    %-28schi-square = %.3f on %d df    p = %s\r\n      %s\r\n", label,
+    appendFormatted(text, "    %-28schi-square = %.3f on %d df    %s\r\n      %s\r\n", label,
                     test->chiSquare, test->df, pText(test->p).c_str(),
                     !test->p                    ? "No test of fit with a single row."
                     : *test->p >= kVerdictLevel ? kConsistent

@@ -24,7 +24,7 @@ TEST(ExtendedTextTest, VerdictsFollowTheDirectionOfTheDepartureAndLargeResiduals
     model.wald = Interval{6.2e-5, 1.219e-4};
     model.likelihoodRatio = Interval{6.1e-5, 1.2e-4};
     model.slope = SlopeFit{0, 1.8, 0.3, 0};
-    model.slopeWald = ZTest{2.67, 0.0077};
+    model.slopeWald = ZTest{4.2, 0.00003};
     model.slopeLikelihoodRatio = ZTest{-2.4, 0.0164};
     model.scoreLogDose = ZTest{2.5, 0.0501};
     model.scoreDose = ZTest{-3.0, 0.0027};
@@ -39,6 +39,8 @@ TEST(ExtendedTextTest, VerdictsFollowTheDirectionOfTheDepartureAndLargeResiduals
     EXPECT_NE(lineWith(text, "Wald interval:").find("6.2e-05 to 0.0001219"), std::string::npos);
     EXPECT_NE(lineWith(text, "Wald interval:").find("1 in 16,129 to 1 in 8,203"),
               std::string::npos);
+    EXPECT_NE(lineWith(text, "Slope, Wald:").find("z =    4.200    p < 0.0001"), std::string::npos);
+    EXPECT_NE(lineWith(text, "Score, dose:").find("p = 0.0027"), std::string::npos);
     const auto verdictAfter = [&](const std::string& label) {
         const std::size_t at = text.find(label);
         return at == std::string::npos ? "" : lineWith(text.substr(text.find('\n', at) + 1), " ");
