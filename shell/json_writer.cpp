@@ -55,8 +55,16 @@ JsonWriter& JsonWriter::string(std::string_view text) {
     beforeValue();
     static constexpr char kHex[] = "0123456789abcdef";
     m_out += '"';
-    for (const char c : text) {
+    // Runs of characters that need no escape go in whole: most texts are nothing else.
+    std::size_t plainFrom = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
         const auto byte = static_cast<unsigned char>(c);
+        if (c != '"' && c != '\\' && byte >= 0x20) {
+            continue;
+        }
+        m_out.append(text.data() + plainFrom, i - plainFrom);
+        plainFrom = i + 1;
         if (c == '"' || c == '\\') {
             m_out += '\\';
             m_out += c;
@@ -66,14 +74,13 @@ JsonWriter& JsonWriter::string(std::string_view text) {
             m_out += "\\r";
         } else if (c == '\t') {
             m_out += "\\t";
-        } else if (byte < 0x20) {
+        } else {
             m_out += "\\u00";
             m_out += kHex[byte >> 4];
             m_out += kHex[byte & 0xF];
-        } else {
-            m_out += c;
         }
     }
+    m_out.append(text.data() + plainFrom, text.size() - plainFrom);
     m_out += '"';
     return *this;
 }
