@@ -2,9 +2,11 @@
 
 #include <cmath>
 #include <limits>
+#include <vector>
 
 #include "analysis/distributions.h"
 #include "analysis/single_hit_terms.h"
+#include "analysis/slope_fit.h"
 
 namespace titron::analysis {
 
@@ -84,14 +86,6 @@ double startValue(const AssayTable& table) {
         sum += std::log(-std::log1p(-adjusted)) - std::log(row.dose);
     }
     return sum / static_cast<double>(table.size());
-}
-
-// Twice the drop of the log-likelihood from the saturated model's, at x = f d: the
-// responses r against n p and the others n - r against n q, each part never negative.
-double rowDeviance(double x, double r, double n) {
-    const RowTerms t = rowTerms(x, r, n);
-    return 2.0 * (single_hit::devianceTerm(r, n * t.p, t.residual) +
-                  single_hit::devianceTerm(n - r, n * t.q, -t.residual));
 }
 
 // Bisection on b between a point where `above` is false and one where it is true, down to
@@ -181,7 +175,7 @@ std::vector<DoseResidual> doseResiduals(const AssayTable& table,
             if (variance > 0.0) {
                 dose.pearsonResidual = t.residual / std::sqrt(variance);
             }
-            const double size = std::sqrt(rowDeviance(x, row.responses, row.tested));
+            const double size = std::sqrt(single_hit::rowDeviance(x, row.responses, row.tested));
             dose.devianceResidual = t.residual < 0.0 ? -size : size;
         }
         doses.push_back(dose);
@@ -208,6 +202,57 @@ double pearsonChiSquare(const std::vector<DoseResidual>& doses) {
         }
     }
     return sum;
+}
+
+ZTest zTest(double z) {
+    return ZTest{z, normalTwoSidedP(z)};
+}
+
+// The score test, at the single-hit fit, for adding the covariate c(d) to the model:
+// U / sqrt(I_cc - I_ca^2 / I_aa). Both are worked out with c centred at its weighted mean
+// I_ca / I_aa, which leaves them unchanged at the fit (where sum (r - n p) h = 0) and
+// spares the cancellation of large doses. None when c does not vary.
+template <class Covariate>
+std::optional<ZTest> scoreTest(const AssayTable& table, const SingleHitFit& fit,
+                               const Covariate& covariate) {
+    std::vector<RowTerms> terms;
+    double sumWeight = 0.0;
+    double sumWeighted = 0.0;
+    for (const AssayRow& row : table) {
+        terms.push_back(rowTerms(fit.proportion * row.dose, row.responses, row.tested));
+        sumWeight += terms.back().fisherWeight;
+        sumWeighted += terms.back().fisherWeight * covariate(row.dose);
+    }
+    const double mean = sumWeighted / sumWeight;
+    double score = 0.0;
+    double information = 0.0;
+    for (std::size_t i = 0; i < table.size(); ++i) {
+        const double centred = covariate(table[i].dose) - mean;
+        score += terms[i].score * centred;
+        information += terms[i].fisherWeight * centred * centred;
+    }
+    if (!(information > 0.0)) {
+        return std::nullopt;
+    }
+    return zTest(score / std::sqrt(information));
+}
+
+void addSingleHitTests(const AssayTable& table, SingleHitStatistics& stats) {
+    const SingleHitFit& fit = *stats.fit;
+    const SlopeOutcome slope = fitFreeSlope(table, fit);
+    stats.noSlopeReason = slope.noSlopeReason;
+    if (slope.noSlopeReason == kNoSlopeOneDose) {
+        return;
+    }
+    stats.scoreLogDose = scoreTest(table, fit, [](double d) { return std::log(d); });
+    stats.scoreDose = scoreTest(table, fit, [](double d) { return d; });
+    if (!slope.fit) {
+        return;
+    }
+    stats.slope = slope.fit;
+    stats.slopeWald = zTest((slope.fit->slope - 1.0) / slope.fit->seSlope);
+    const double drop = std::sqrt(std::fmax(0.0, fit.deviance - slope.fit->deviance));
+    stats.slopeLikelihoodRatio = zTest(slope.fit->slope < 1.0 ? -drop : drop);
 }
 
 } // namespace
@@ -263,7 +308,8 @@ std::optional<SingleHitFit> fitSingleHit(const AssayTable& table) {
     fit.seLog = 1.0 / std::sqrt(s.fisherInformation);
     fit.logLikelihood = s.logLik;
     for (const AssayRow& row : table) {
-        fit.deviance += rowDeviance(fit.proportion * row.dose, row.responses, row.tested);
+        fit.deviance +=
+            single_hit::rowDeviance(fit.proportion * row.dose, row.responses, row.tested);
     }
     return fit;
 }
@@ -293,6 +339,7 @@ SingleHitStatistics examineSingleHit(const AssayTable& table, double level) {
     stats.wald = Interval{std::exp(fit.logProportion - z * fit.seLog),
                           std::exp(fit.logProportion + z * fit.seLog)};
     stats.likelihoodRatio = likelihoodRatioInterval(table, fit, z);
+    addSingleHitTests(table, stats);
 
     const int df = static_cast<int>(table.size()) - 1;
     stats.pearson = chiSquareTest(pearsonChiSquare(stats.doses), df);

@@ -75,6 +75,12 @@ struct DoseResidual {
     std::optional<double> devianceResidual; // signed as r_i - n_i p_i
 };
 
+// The reasons why there is no slope.
+inline constexpr const char* kNoSlopeOneDose = "fewer than two distinct doses";
+inline constexpr const char* kNoSlopeSeparation =
+    "the responses separate by dose, so the slope has no finite estimate";
+inline constexpr const char* kNoSlopeNoConvergence = "the free-slope fit did not converge";
+
 struct SingleHitStatistics {
     double level = kDefaultLevel;
     std::optional<OneSidedBound> bound; // instead of a fit

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cmath>
+#include <limits>
 
 namespace titron::analysis::single_hit {
 
@@ -59,14 +60,31 @@ inline RowTerms rowTerms(double x, double r, double n) {
     RowTerms t;
     t.q = std::exp(-x);
     t.p = -std::expm1(-x);
+    t.residual = (r - n) + n * t.q;
+    // x = f d underflowed to 0 or overflowed: the row's limits, p = 0 or 1, and no
+    // information left in it.
+    if (t.p == 0.0 || std::isinf(x)) {
+        const double infinity = std::numeric_limits<double>::infinity();
+        const bool responds = t.p != 0.0;
+        const bool misses = responds ? r < n : r > 0.0;
+        t.logLik = misses ? -infinity : 0.0;
+        t.score = responds ? (misses ? -infinity : 0.0) : r;
+        return t;
+    }
     const double h = x / t.p; // f d / p, 1 in the limit x -> 0
     t.logLik = (r > 0.0 ? r * logP(x) : 0.0) - (n - r) * x;
-    t.residual = (r - n) + n * t.q;
     t.score = t.residual * h;
     // -l'' = (n - r) x + r x q (x - p) / p^2: two terms that are never negative.
     t.observedInformation = (n - r) * x + r * (x * t.q) * (xMinusP(x) / t.p) / t.p;
     t.fisherWeight = n * (x * t.q) * h;
     return t;
+}
+
+// Twice the drop of the log-likelihood from the saturated model's, at x = f d: the
+// responses r against n p and the others n - r against n q, each part never negative.
+inline double rowDeviance(double x, double r, double n) {
+    const RowTerms t = rowTerms(x, r, n);
+    return 2.0 * (devianceTerm(r, n * t.p, t.residual) + devianceTerm(n - r, n * t.q, -t.residual));
 }
 
 } // namespace titron::analysis::single_hit

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "analysis/figures.h"
+#include "analysis/slope_fit.h"
 
 namespace titron::analysis {
 namespace {
@@ -73,6 +74,24 @@ TEST(SingleHitModelTest, FourDosesAgreeWithTheReferenceAndWithTheReport) {
     EXPECT_EQ(std::round(1 / s.wald->upper), 8201);
 }
 
+TEST(SingleHitModelTest, FourDosesSingleHitTestsAgreeWithTheReference) {
+    const SingleHitStatistics s = examineSingleHit(kFourDoses);
+    ASSERT_TRUE(s.slope && s.slopeWald && s.slopeLikelihoodRatio);
+    ASSERT_TRUE(s.scoreLogDose && s.scoreDose);
+    EXPECT_EQ(s.noSlopeReason, "");
+    EXPECT_TRUE(near(s.slope->slope, 0.9603746406079011, kFull));
+    EXPECT_TRUE(near(s.slope->seSlope, 0.1670640709006153, 1e-12));
+    EXPECT_TRUE(near(s.slope->deviance, 0.03216142916140336, 1e-11));
+    EXPECT_TRUE(near(s.slopeWald->z, -0.23718660259195773, 1e-12));
+    EXPECT_TRUE(near(s.slopeLikelihoodRatio->z, -0.23569019425824433, 1e-10));
+    EXPECT_TRUE(near(s.scoreLogDose->z, -0.23888874029581295, 1e-12));
+    EXPECT_TRUE(near(s.scoreDose->z, -0.2558233498153226, 1e-12));
+    EXPECT_TRUE(near(s.scoreDose->p, std::erfc(0.2558233498153226 / std::sqrt(2.0)), 1e-12));
+    // The intercept puts the free-slope line near the single-hit one: a + beta ln d = eta.
+    EXPECT_NEAR(s.slope->intercept + s.slope->slope * std::log(10000.0),
+                s.fit->logProportion + std::log(10000.0), 0.05);
+}
+
 TEST(SingleHitModelTest, IntervalsFollowTheLevel) {
     const SingleHitStatistics s = examineSingleHit(kFourDoses, 0.90);
     EXPECT_EQ(s.level, 0.90);
@@ -93,6 +112,9 @@ TEST(SingleHitModelTest, SingleDoseHasAnExactFitAndBothIntervals) {
     EXPECT_TRUE(near(s.likelihoodRatio->upper, 0.00932773405128067, kFull));
     EXPECT_NEAR(s.fit->deviance, 0.0, 1e-14);
     EXPECT_NEAR(*s.doses[0].expected, 3.0, 1e-14);
+    EXPECT_FALSE(s.slope || s.slopeWald || s.slopeLikelihoodRatio || s.scoreLogDose || s.scoreDose);
+    EXPECT_EQ(s.noSlopeReason, kNoSlopeOneDose);
+    EXPECT_EQ(examineSingleHit({{100, 3, 10}, {100, 5, 10}}).noSlopeReason, kNoSlopeOneDose);
     EXPECT_EQ(s.pearson->df, 0);
     EXPECT_FALSE(s.pearson->p);
     EXPECT_FALSE(s.deviance->p);
@@ -106,6 +128,13 @@ TEST(SingleHitModelTest, RepeatedDosesStayRowsOfTheirOwn) {
     EXPECT_EQ(s.pearson->df, 2);
     EXPECT_TRUE(near(s.pearson->chiSquare, 3.446721415217705, 1e-12));
     EXPECT_TRUE(near(s.deviance->chiSquare, 4.082153259611427, 1e-12));
+    // Two distinct doses: ln d and d are the same covariate up to scale, one score test.
+    EXPECT_TRUE(near(s.scoreLogDose->z, 1.5132174413549082, 1e-12));
+    EXPECT_TRUE(near(s.scoreDose->z, 1.5132174413549082, 1e-12));
+    EXPECT_TRUE(near(s.slope->slope, 1.5102847548890197, kFull));
+    EXPECT_TRUE(near(s.slope->seSlope, 0.32460789042429156, 1e-12));
+    EXPECT_TRUE(near(s.slopeWald->z, 1.5720035462540112, 1e-12));
+    EXPECT_TRUE(near(s.slopeLikelihoodRatio->z, 1.5919040422440305, 1e-12));
     expectDoses(s, {{4.88335602806396, -1.4619713833010506, -1.6157084244732536},
                     {4.88335602806396, 0.05914293876485469, 0.058969627592701385},
                     {8.152458639149355, 1.1427437168590227, 1.211677403321182}});
@@ -119,6 +148,8 @@ TEST(SingleHitModelTest, DosesOfBillionsStayExact) {
     EXPECT_TRUE(near(s.likelihoodRatio->lower, 1.1816703187005154e-10, kFull));
     EXPECT_TRUE(near(s.likelihoodRatio->upper, 2.4261876893232783e-10, kFull));
     EXPECT_TRUE(near(s.deviance->chiSquare, 1.0706570450484603, 1e-12));
+    EXPECT_TRUE(near(s.scoreLogDose->z, 0.8288775947646558, 1e-12));
+    EXPECT_TRUE(near(s.scoreDose->z, 0.48000416041956, 1e-12));
     expectDoses(s, {{5.804600725117388, -0.8890703832778671, -0.9222873693834401},
                     {11.51163516251492, 0.22094229326218073, 0.22154791822265854},
                     {16.397383119287344, 0.3506388063011262, 0.3589216667881066},
@@ -140,6 +171,29 @@ TEST(SingleHitModelTest, FittedProbabilitiesThatRoundToOneStayExact) {
     EXPECT_TRUE(near(*s.doses[2].pearsonResidual, 2.399539198057838e-18, 1e-11));
     EXPECT_TRUE(near(*s.doses[2].devianceResidual, 3.393460877339255e-18, 1e-11));
     EXPECT_GT(*s.doses[3].pearsonResidual, 0.0);
+}
+
+// 0, 12 and 24 of 24 at doses 100, 1000, 10000: nothing responds below 1000 and all above,
+// so the free slope runs off (the reference's bisection runs into its edge, the deviance
+// towards 0). The single-hit fit and its score tests stand.
+TEST(SingleHitModelTest, ResponsesThatSeparateByDoseGiveNoSlope) {
+    const SingleHitStatistics s = examineSingleHit({{100, 0, 24}, {1000, 12, 24}, {10000, 24, 24}});
+    EXPECT_TRUE(near(s.fit->logProportion, -7.383077973426364, 1e-15));
+    EXPECT_TRUE(near(s.likelihoodRatio->lower, 0.0003620991426157327, kFull));
+    EXPECT_TRUE(near(s.likelihoodRatio->upper, 0.001033873015178443, kFull));
+    EXPECT_TRUE(near(s.pearson->chiSquare, 1.7198148389352745, 1e-12));
+    EXPECT_TRUE(near(s.deviance->chiSquare, 3.2120309200265926, 1e-12));
+    EXPECT_FALSE(s.slope || s.slopeWald || s.slopeLikelihoodRatio);
+    EXPECT_EQ(s.noSlopeReason, kNoSlopeSeparation);
+    EXPECT_TRUE(near(s.scoreLogDose->z, 0.9872201232654579, 1e-12));
+    EXPECT_TRUE(near(s.scoreDose->z, 0.3472348776948843, 1e-12));
+
+    EXPECT_TRUE(responsesSeparateByDose({{1, 0, 5}, {4, 5, 5}, {2, 2, 5}}));
+    EXPECT_TRUE(responsesSeparateByDose({{1, 0, 5}, {2, 3, 5}}));
+    EXPECT_TRUE(responsesSeparateByDose({{1, 5, 5}, {2, 5, 5}, {3, 1, 4}, {8, 0, 5}}));
+    EXPECT_FALSE(responsesSeparateByDose({{1, 0, 5}, {2, 2, 5}, {4, 4, 5}}));
+    EXPECT_FALSE(responsesSeparateByDose({{1, 0, 5}, {2, 5, 5}, {3, 0, 5}}));
+    EXPECT_FALSE(responsesSeparateByDose({{1, 1, 5}, {2, 3, 5}}));
 }
 
 TEST(SingleHitModelTest, NoResponseGivesAnUpperBoundInsteadOfAFit) {
