@@ -58,23 +58,5 @@ TEST(ExtendedTextTest, VerdictsFollowTheDirectionOfTheDepartureAndLargeResiduals
     EXPECT_NE(text.find("    * A residual beyond 2 in size"), std::string::npos);
 }
 
-TEST(ExtendedTextTest, BoundStandsInsteadOfTheEstimateWithoutTests) {
-    SingleHitStatistics model;
-    model.level = 0.99;
-    model.bound = OneSidedBound{OneSidedBound::Side::Upper, 4.0e-6};
-    model.doses = {{100, 0, 24, std::nullopt, std::nullopt, std::nullopt}};
-    std::string text;
-    appendExtendedText(text, model);
-    EXPECT_NE(text.find("    No test responded, so there is no estimate.\r\n"), std::string::npos);
-    EXPECT_NE(lineWith(text, "Upper 99% bound of the proportion:")
-                  .find("4e-06       frequency at least 1 in 250,000"),
-              std::string::npos)
-        << text;
-    EXPECT_EQ(text.find("Tests of the single-hit model"), std::string::npos);
-    EXPECT_NE(text.find("             100           0         24          -          -"),
-              std::string::npos)
-        << text;
-}
-
 } // namespace
 } // namespace titron::shell

@@ -62,44 +62,16 @@ TEST(JsonOutputTest, WritesTheReportAndTheModelWithNullsForMissingFigures) {
     EXPECT_TRUE(testing::JsonReader::read(line));
 }
 
-TEST(JsonOutputTest, BoundStandsInsteadOfTheEstimateAndAFailedTableHasNoModel) {
-    FileResult refused;
-    refused.outcome = "ALL RESPONSES";
-    SingleHitStatistics model;
-    model.bound = OneSidedBound{OneSidedBound::Side::Lower, 0.5};
-    model.doses = {{1, 2, 2, std::nullopt, std::nullopt, std::nullopt}};
-    std::string line;
-    appendJsonLine(line, "b.txt", refused, &model);
-    const auto value = testing::JsonReader::read(line);
-    ASSERT_TRUE(value);
-    EXPECT_TRUE((*value)["passes"].isNull());
-    EXPECT_TRUE((*value)["report"].isNull());
-    const testing::JsonValue& bound = (*value)["model"]["bound"];
-    EXPECT_EQ(bound["side"].text, "lower");
-    EXPECT_EQ(bound["proportion"].number, 0.5);
-    EXPECT_EQ(bound["frequency"].number, 2.0);
-    for (const char* absent : {"proportion", "frequency", "slope"}) {
-        EXPECT_TRUE((*value)["model"][absent].isNull()) << absent;
-    }
-    EXPECT_TRUE((*value)["model"]["tests"]["pearson"].isNull());
-    EXPECT_TRUE((*value)["model"]["doses"][0]["expected"].isNull());
-
-    FileResult unreadable;
-    unreadable.outcome = "Titron ERROR #File not found";
-    line.clear();
-    appendJsonLine(line, "c\t.tna", unreadable, nullptr);
-    EXPECT_EQ(line, R"({"file":"c\t.tna","name":"","outcome":"Titron ERROR #File not found",)"
-                    R"("passes":null,"report":null,"model":null})"
-                    "\n");
-}
-
 // The reader the tests rely on refuses what isn't JSON.
 TEST(JsonOutputTest, ReaderRefusesWhatIsNotJson) {
     for (const char* bad : {"", "{", "{\"a\":1,}", "[1 2]", "01", "1.", "-", ".5", "nul",
                             "\"a\nb\"", "\"\\x\"", "{\"a\":1,\"a\":2}", "{} {}", "NaN"}) {
         EXPECT_FALSE(testing::JsonReader::read(bad)) << bad;
     }
-    EXPECT_TRUE(testing::JsonReader::read(R"( {"a":[-0.5e-3,true,null,"\u00e9\""]} )"));
+    const auto json = testing::JsonReader::read(R"( {"a":[-0.5e-3,true,null,"\u00e9\""]} )");
+    ASSERT_TRUE(json);
+    EXPECT_EQ(json->at("a.0"), "-0.5e-3");
+    EXPECT_EQ(json->at("a.3"), "\\u00e9\\\"");
 }
 
 } // namespace
