@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "analysis/distributions.h"
+#include "analysis/model_adequacy.h"
 #include "analysis/single_hit_terms.h"
-#include "analysis/slope_fit.h"
 
 namespace titron::analysis {
 
@@ -118,7 +118,7 @@ template <class Above> std::optional<double> bracket(double from, double step, c
 
 // The lower bound of f with every test responding: the f at which the chance that all of
 // them respond has fallen to 1 - level.
-double lowerBound(const AssayTable& table, double level) {
+std::optional<double> lowerBound(const AssayTable& table, double level) {
     const double target = std::log1p(-level);
     const auto above = [&](double b) {
         const double f = std::exp(b);
@@ -132,127 +132,62 @@ double lowerBound(const AssayTable& table, double level) {
     for (const AssayRow& row : table) {
         smallest = std::fmin(smallest, row.dose);
     }
+    // From f d = 1 at the smallest dose, outwards until the target is passed.
     const double start = -std::log(smallest);
-    double lower, upper;
-    if (above(start)) {
-        upper = start;
-        lower = *bracket(start, -1.0, [&](double b) { return !above(b); });
-    } else {
-        lower = start;
-        upper = *bracket(start, 1.0, above);
+    const bool startAbove = above(start);
+    const std::optional<double> end =
+        startAbove ? bracket(start, -1.0, [&](double b) { return !above(b); })
+                   : bracket(start, 1.0, above);
+    if (!end) {
+        return std::nullopt;
     }
-    return std::exp(bisect(lower, upper, above));
+    return std::exp(startAbove ? bisect(*end, start, above) : bisect(start, *end, above));
+}
+
+// Where twice the drop of the log-likelihood from its maximum, g(b) = 2 (max - l(b)) - c,
+// crosses 0 between `inside` (g < 0) and `outside` (g >= 0): Newton's method on g, whose
+// slope is -2 dl/db, kept inside the bracket by bisection wherever its step would leave it.
+double likelihoodRatioEnd(const AssayTable& table, const SingleHitFit& fit, double critical,
+                          double inside, double outside, double from) {
+    double b = from;
+    for (int pass = 0; pass < 200; ++pass) {
+        const Sums s = sumsAt(table, b);
+        const double g = 2.0 * (fit.logLikelihood - s.logLik) - critical;
+        (g >= 0.0 ? outside : inside) = b;
+        double next = b + g / (2.0 * s.score);
+        if (std::fabs(next - b) <= kEpsilon * std::fabs(b)) {
+            return next;
+        }
+        const bool within = std::fmin(inside, outside) < next && next < std::fmax(inside, outside);
+        if (!within) {
+            next = inside + (outside - inside) / 2.0;
+            if (next == inside || next == outside) {
+                return next;
+            }
+        }
+        b = next;
+    }
+    return b;
 }
 
 // The likelihood-ratio interval of f: on each side of b, the b where twice the drop of the
-// log-likelihood reaches the chi-square quantile (the square of the normal one, z).
+// log-likelihood reaches the chi-square quantile (the square of the normal one, z). The
+// search starts from the Wald interval's ends.
 std::optional<Interval> likelihoodRatioInterval(const AssayTable& table, const SingleHitFit& fit,
                                                 double z) {
     const double critical = z * z;
     const auto outside = [&](double b) {
         return 2.0 * (fit.logLikelihood - logLikelihoodAt(table, b)) >= critical;
     };
+    const double b = fit.logProportion;
     const double step = std::fmax(z * fit.seLog, 1e-3);
-    const std::optional<double> below = bracket(fit.logProportion, -step, outside);
-    const std::optional<double> above = bracket(fit.logProportion, step, outside);
+    const std::optional<double> below = bracket(b, -step, outside);
+    const std::optional<double> above = bracket(b, step, outside);
     if (!below || !above) {
         return std::nullopt;
     }
-    return Interval{std::exp(bisect(fit.logProportion, *below, outside)),
-                    std::exp(bisect(fit.logProportion, *above, outside))};
-}
-
-std::vector<DoseResidual> doseResiduals(const AssayTable& table,
-                                        const std::optional<SingleHitFit>& fit) {
-    std::vector<DoseResidual> doses;
-    for (const AssayRow& row : table) {
-        DoseResidual dose{row.dose, row.responses, row.tested, {}, {}, {}};
-        if (fit) {
-            const double x = fit->proportion * row.dose;
-            const RowTerms t = rowTerms(x, row.responses, row.tested);
-            dose.expected = row.tested * t.p;
-            const double variance = row.tested * t.p * t.q;
-            if (variance > 0.0) {
-                dose.pearsonResidual = t.residual / std::sqrt(variance);
-            }
-            const double size = std::sqrt(single_hit::rowDeviance(x, row.responses, row.tested));
-            dose.devianceResidual = t.residual < 0.0 ? -size : size;
-        }
-        doses.push_back(dose);
-    }
-    return doses;
-}
-
-ChiSquareTest chiSquareTest(double statistic, int df) {
-    ChiSquareTest test{statistic, df, {}};
-    if (df > 0) {
-        test.p = chiSquareUpperTail(statistic, df);
-    }
-    return test;
-}
-
-// Pearson's chi-square at the fit, from the residuals of the rows.
-double pearsonChiSquare(const std::vector<DoseResidual>& doses) {
-    double sum = 0.0;
-    for (const DoseResidual& dose : doses) {
-        if (dose.pearsonResidual) {
-            sum += *dose.pearsonResidual * *dose.pearsonResidual;
-        } else if (dose.devianceResidual && *dose.devianceResidual != 0.0) {
-            return std::numeric_limits<double>::infinity(); // a miss where p is 0 or 1
-        }
-    }
-    return sum;
-}
-
-ZTest zTest(double z) {
-    return ZTest{z, normalTwoSidedP(z)};
-}
-
-// The score test, at the single-hit fit, for adding the covariate c(d) to the model:
-// U / sqrt(I_cc - I_ca^2 / I_aa). Both are worked out with c centred at its weighted mean
-// I_ca / I_aa, which leaves them unchanged at the fit (where sum (r - n p) h = 0) and
-// spares the cancellation of large doses. None when c does not vary.
-template <class Covariate>
-std::optional<ZTest> scoreTest(const AssayTable& table, const SingleHitFit& fit,
-                               const Covariate& covariate) {
-    std::vector<RowTerms> terms;
-    double sumWeight = 0.0;
-    double sumWeighted = 0.0;
-    for (const AssayRow& row : table) {
-        terms.push_back(rowTerms(fit.proportion * row.dose, row.responses, row.tested));
-        sumWeight += terms.back().fisherWeight;
-        sumWeighted += terms.back().fisherWeight * covariate(row.dose);
-    }
-    const double mean = sumWeighted / sumWeight;
-    double score = 0.0;
-    double information = 0.0;
-    for (std::size_t i = 0; i < table.size(); ++i) {
-        const double centred = covariate(table[i].dose) - mean;
-        score += terms[i].score * centred;
-        information += terms[i].fisherWeight * centred * centred;
-    }
-    if (!(information > 0.0)) {
-        return std::nullopt;
-    }
-    return zTest(score / std::sqrt(information));
-}
-
-void addSingleHitTests(const AssayTable& table, SingleHitStatistics& stats) {
-    const SingleHitFit& fit = *stats.fit;
-    const SlopeOutcome slope = fitFreeSlope(table, fit);
-    stats.noSlopeReason = slope.noSlopeReason;
-    if (slope.noSlopeReason == kNoSlopeOneDose) {
-        return;
-    }
-    stats.scoreLogDose = scoreTest(table, fit, [](double d) { return std::log(d); });
-    stats.scoreDose = scoreTest(table, fit, [](double d) { return d; });
-    if (!slope.fit) {
-        return;
-    }
-    stats.slope = slope.fit;
-    stats.slopeWald = zTest((slope.fit->slope - 1.0) / slope.fit->seSlope);
-    const double drop = std::sqrt(std::fmax(0.0, fit.deviance - slope.fit->deviance));
-    stats.slopeLikelihoodRatio = zTest(slope.fit->slope < 1.0 ? -drop : drop);
+    return Interval{std::exp(likelihoodRatioEnd(table, fit, critical, b, *below, b - step)),
+                    std::exp(likelihoodRatioEnd(table, fit, critical, b, *above, b + step))};
 }
 
 } // namespace
@@ -330,7 +265,9 @@ SingleHitStatistics examineSingleHit(const AssayTable& table, double level) {
             }
             stats.bound = OneSidedBound{OneSidedBound::Side::Upper, -std::log1p(-level) / exposure};
         } else if (allResponded(table)) {
-            stats.bound = OneSidedBound{OneSidedBound::Side::Lower, lowerBound(table, level)};
+            if (const std::optional<double> bound = lowerBound(table, level)) {
+                stats.bound = OneSidedBound{OneSidedBound::Side::Lower, *bound};
+            }
         }
         return stats;
     }
@@ -340,10 +277,7 @@ SingleHitStatistics examineSingleHit(const AssayTable& table, double level) {
                           std::exp(fit.logProportion + z * fit.seLog)};
     stats.likelihoodRatio = likelihoodRatioInterval(table, fit, z);
     addSingleHitTests(table, stats);
-
-    const int df = static_cast<int>(table.size()) - 1;
-    stats.pearson = chiSquareTest(pearsonChiSquare(stats.doses), df);
-    stats.deviance = chiSquareTest(fit.deviance, df);
+    addGoodnessOfFit(stats);
     return stats;
 }
 

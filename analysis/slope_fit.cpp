@@ -23,7 +23,6 @@ struct SlopeSums {
     double gradientA = 0.0, gradientBeta = 0.0;
     double observedAA = 0.0, observedAB = 0.0, observedBB = 0.0;
     double fisherAA = 0.0, fisherAB = 0.0, fisherBB = 0.0;
-    double deviance = 0.0;
 };
 
 SlopeSums slopeSumsAt(const AssayTable& table, const std::vector<double>& t, double a,
@@ -44,7 +43,6 @@ SlopeSums slopeSumsAt(const AssayTable& table, const std::vector<double>& t, dou
         s.fisherAA += terms.fisherWeight;
         s.fisherAB += terms.fisherWeight * t[i];
         s.fisherBB += terms.fisherWeight * t[i] * t[i];
-        s.deviance += single_hit::rowDeviance(x, r, n);
     }
     return s;
 }
@@ -153,7 +151,12 @@ SlopeOutcome fitFreeSlope(const AssayTable& table, const SingleHitFit& start) {
     if (se > kRunawayRatio * std::fmax(1.0, std::fabs(beta))) {
         return {std::nullopt, kNoSlopeSeparation};
     }
-    return {SlopeFit{a - beta * meanLog, beta, se, s.deviance}, ""};
+    double deviance = 0.0;
+    for (std::size_t i = 0; i < table.size(); ++i) {
+        deviance +=
+            single_hit::rowDeviance(std::exp(a + beta * t[i]), table[i].responses, table[i].tested);
+    }
+    return {SlopeFit{a - beta * meanLog, beta, se, deviance}, ""};
 }
 
 } // namespace titron::analysis

@@ -196,6 +196,24 @@ TEST(SingleHitModelTest, ResponsesThatSeparateByDoseGiveNoSlope) {
     EXPECT_FALSE(responsesSeparateByDose({{1, 1, 5}, {2, 3, 5}}));
 }
 
+// Tables where the report's own iteration fails (a proportion above 1) or ends far off
+// (at b = 0): the fit still reaches the maximum, and the huge misfit stays finite.
+TEST(SingleHitModelTest, FitsFromAPoorStart) {
+    const SingleHitStatistics above = examineSingleHit({{0.001, 5, 10}, {0.002, 8, 10}});
+    EXPECT_TRUE(near(above.fit->logProportion, 6.6247961806300095, 1e-15));
+    EXPECT_TRUE(near(above.likelihoodRatio->lower, 402.3978075396202, kFull));
+    EXPECT_TRUE(near(above.likelihoodRatio->upper, 1296.381561495531, kFull));
+    const SingleHitStatistics far =
+        examineSingleHit({{20000000, 17, 20}, {16000, 27, 35}, {500, 27, 34}, {140000, 1, 23}});
+    EXPECT_TRUE(near(far.fit->logProportion, -13.959253910031682, 1e-15));
+    EXPECT_TRUE(near(far.fit->seLog, 0.5661587695334088, kFull));
+    EXPECT_TRUE(near(far.likelihoodRatio->lower, 6.569167184409092e-07, kFull));
+    EXPECT_TRUE(near(far.likelihoodRatio->upper, 1.1156046583149179e-06, kFull));
+    EXPECT_TRUE(near(far.pearson->chiSquare, 15052940.272232743, 1e-12));
+    EXPECT_TRUE(near(far.deviance->chiSquare, 666.1554761059032, 1e-12));
+    EXPECT_TRUE(near(*far.doses[0].pearsonResidual, -3873.2375623620596, 1e-12));
+}
+
 TEST(SingleHitModelTest, NoResponseGivesAnUpperBoundInsteadOfAFit) {
     const SingleHitStatistics s = examineSingleHit({{10, 0, 5}, {100, 0, 10}}, 0.95);
     EXPECT_FALSE(fitSingleHit({{10, 0, 5}, {100, 0, 10}}));

@@ -211,5 +211,8 @@ if __name__ == "__main__":
     b, dev = examine("huge doses", [(D(int(d)), r, n) for d, r, n in huge])
     score_tests([(D(int(d)), r, n) for d, r, n in huge], b)
     examine("p rounds to 1", [(1, 3, 10), (2, 6, 10), (200, 10, 10), (1000, 20, 20)])
+    examine("doses below 1", [(D("0.001"), 5, 10), (D("0.002"), 8, 10)])
+    examine("far from the start",
+            [(20000000, 17, 20), (16000, 27, 35), (500, 27, 34), (140000, 1, 23)])
     lower_bound([(100, 3, 3), (1000, 2, 2)])
     lower_bound([(10**9, 5, 5), (3 * 10**9, 4, 4)])
