@@ -184,7 +184,7 @@ void appendDoses(std::string& text, const SingleHitStatistics& model) {
     for (const analysis::DoseResidual& row : model.doses) {
         const bool mark = marked(row);
         anyMarked = anyMarked || mark;
-        appendFormatted(text, "    %12.6g  %10.0f %10.0f %10s %10s %10s%s\r\n", row.dose,
+        appendFormatted(text, "    %12.10g  %10.0f %10.0f %10s %10s %10s%s\r\n", row.dose,
                         row.responses, row.tested, optionalText(row.expected, "%.3f").c_str(),
                         optionalText(row.pearsonResidual, "%.3f").c_str(),
                         optionalText(row.devianceResidual, "%.3f").c_str(), mark ? "  *" : "");
