@@ -5,49 +5,49 @@
 
 namespace titron::shell {
 
+// A comma goes between the members of an object or array: before any value or key that
+// follows a value at the same depth, never after an opening bracket or a key.
 void JsonWriter::beforeValue() {
-    if (m_afterKey) {
-        m_afterKey = false;
-        return;
+    if (m_needsComma) {
+        m_out += ',';
     }
-    if (!m_hasItems.empty()) {
-        if (m_hasItems.back()) {
-            m_out += ',';
-        }
-        m_hasItems.back() = true;
-    }
+    m_needsComma = m_depth > 0;
 }
 
 JsonWriter& JsonWriter::beginObject() {
     beforeValue();
     m_out += '{';
-    m_hasItems.push_back(false);
+    ++m_depth;
+    m_needsComma = false;
     return *this;
 }
 
 JsonWriter& JsonWriter::endObject() {
     m_out += '}';
-    m_hasItems.pop_back();
+    --m_depth;
+    m_needsComma = m_depth > 0;
     return *this;
 }
 
 JsonWriter& JsonWriter::beginArray() {
     beforeValue();
     m_out += '[';
-    m_hasItems.push_back(false);
+    ++m_depth;
+    m_needsComma = false;
     return *this;
 }
 
 JsonWriter& JsonWriter::endArray() {
     m_out += ']';
-    m_hasItems.pop_back();
+    --m_depth;
+    m_needsComma = m_depth > 0;
     return *this;
 }
 
 JsonWriter& JsonWriter::key(std::string_view name) {
     string(name);
     m_out += ':';
-    m_afterKey = true;
+    m_needsComma = false;
     return *this;
 }
 
