@@ -4,7 +4,6 @@
 // "{" or "[" for an object or array.
 #pragma once
 
-#include <cctype>
 #include <cstring>
 #include <map>
 #include <optional>
