@@ -9,8 +9,10 @@
 
 #include "shell/compare_command.h"
 #include "shell/design_command.h"
+#include "shell/extended_text.h"
 #include "shell/file_analysis.h"
 #include "shell/groups_command.h"
+#include "shell/json_output.h"
 #include "shell/plot_command.h"
 #include "shell/tsv_line.h"
 
@@ -19,7 +21,8 @@ namespace titron::shell {
 namespace {
 
 constexpr const char* kUsage =
-    "Usage: titron-cli analyze [--passes N] [--save OUT] [--format text|tsv] FILE...\n"
+    "Usage: titron-cli analyze [--passes N] [--save OUT] [--format text|tsv|json]\n"
+    "                          [--extended] [--level L] FILE...\n"
     "       titron-cli compare [--row N] [--save OUT] FILE...\n"
     "       titron-cli design --frequency X [--doses D1,D2,...] [--tested N | --tested N1,N2,...]\n"
     "                         [--level L] [--target-ratio R] [--format text|json]\n"
@@ -47,13 +50,32 @@ constexpr const char* kUsage =
     "p-values, every number with 17 significant digits. Fields that an outcome doesn't\n"
     "give are empty.\n"
     "\n"
+    "Output (--format json): one JSON object per file, one per line: file, name, outcome\n"
+    "and passes as above, report (the tsv's figures under its column names, or null)\n"
+    "and model (null when the table fails a check other than no responses or every test\n"
+    "responded): the single-hit model examined in full, with level, bound (upper with no\n"
+    "response, lower with every test responding, else null), proportion and frequency\n"
+    "(estimate, Wald and likelihood-ratio intervals at the level; null with a bound),\n"
+    "slope, tests (slope Wald and likelihood ratio, score tests of log dose and of dose,\n"
+    "Pearson and deviance chi-square) and doses (observed, expected and residuals of\n"
+    "each row). Numbers read back exactly; null where a figure does not exist.\n"
+    "\n"
+    "--extended: after each report (or after the box of a table with no responses or\n"
+    "every test responding) a section with the same model for a person to read: the\n"
+    "estimate with both intervals or the bound, each test with its verdict at the 5%\n"
+    "level, and the observed and expected responses of each row, with a * on a row\n"
+    "whose residual exceeds 2 in size. The report itself is unchanged.\n"
+    "\n"
     "Options:\n"
     "  --passes N     Passes of the estimator allowed in all (default 1000). When 20 passes\n"
     "                 have not converged, 20 more are allowed as long as the total stays\n"
     "                 within N; then the analysis ends without a report.\n"
     "  --save OUT     After a successful analysis of a single FILE, write the document to\n"
     "                 OUT exactly as the window's Save command would.\n"
-    "  --format F     text (default) or tsv.\n"
+    "  --format F     text (default), tsv or json.\n"
+    "  --extended     The model section after each report (text only).\n"
+    "  --level L      Level of the model's intervals and bounds, 0 < L < 1 (default\n"
+    "                 0.95); with --format json or --extended.\n"
     "  --help         This text.\n"
     "\n"
     "Standard error: a box that ends the analysis (a failed check of the table, \"NO DATA\n"
@@ -107,7 +129,9 @@ constexpr const char* kUsage =
 
 struct Options {
     FileRequest request;
-    bool tsv = false;
+    enum class Format { Text, Tsv, Json } format = Format::Text;
+    bool extended = false;
+    std::optional<double> level; // of the model, for json and --extended
     std::vector<std::string> files;
 };
 
@@ -129,18 +153,38 @@ std::optional<Options> parseOptions(const std::vector<std::string>& arguments, s
             options.request.saveTo = arguments[++i];
         } else if (argument == "--format" && hasValue) {
             const std::string& value = arguments[++i];
-            if (value != "text" && value != "tsv") {
-                err << "titron-cli: --format is text or tsv, not '" << value << "'\n";
+            if (value != "text" && value != "tsv" && value != "json") {
+                err << "titron-cli: --format is text, tsv or json, not '" << value << "'\n";
                 return std::nullopt;
             }
-            options.tsv = value == "tsv";
-            options.request.report = !options.tsv;
+            options.format = value == "text"  ? Options::Format::Text
+                             : value == "tsv" ? Options::Format::Tsv
+                                              : Options::Format::Json;
+            options.request.report = options.format == Options::Format::Text;
+        } else if (argument == "--extended") {
+            options.extended = true;
+        } else if (argument == "--level" && hasValue) {
+            const std::string& value = arguments[++i];
+            options.level = levelOption(value);
+            if (!options.level) {
+                err << "titron-cli: --level needs a number between 0 and 1, such as 0.99, not '"
+                    << value << "'\n";
+                return std::nullopt;
+            }
         } else if (!takeFileArgument(arguments, i, options.files, err)) {
             return std::nullopt;
         }
     }
     if (options.files.empty()) {
         err << "titron-cli: no FILE to analyse\n";
+        return std::nullopt;
+    }
+    if (options.extended && options.format != Options::Format::Text) {
+        err << "titron-cli: --extended goes with the text report, not --format tsv or json\n";
+        return std::nullopt;
+    }
+    if (options.level && !options.extended && options.format != Options::Format::Json) {
+        err << "titron-cli: --level goes with --format json or --extended\n";
         return std::nullopt;
     }
     if (options.request.saveTo && options.files.size() != 1) {
@@ -188,6 +232,21 @@ bool takeFileArgument(const std::vector<std::string>& arguments, std::size_t& i,
 
 namespace {
 
+// The model of the rows the analysis read (none when they failed a row check) as a JSON
+// line, or as the section behind the report.
+void appendModelOutput(std::string& line, const std::string& file, const FileResult& result,
+                       bool json, std::optional<double> level) {
+    std::optional<analysis::SingleHitStatistics> model;
+    if (result.table && !result.table->empty()) {
+        model = analysis::examineSingleHit(*result.table, level.value_or(analysis::kDefaultLevel));
+    }
+    if (json) {
+        appendJsonLine(line, file, result, model ? &*model : nullptr);
+    } else if (model) {
+        appendExtendedText(line, *model);
+    }
+}
+
 int runCommand(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
     const bool wantsHelp =
         std::find(arguments.begin(), arguments.end(), "--help") != arguments.end() ||
@@ -225,7 +284,9 @@ int runCommand(const std::vector<std::string>& arguments, std::ostream& out, std
     if (!noDirectory) {
         options->request.currentDirectory = currentDirectory;
     }
-    if (options->tsv) {
+    const bool tsv = options->format == Options::Format::Tsv;
+    const bool json = options->format == Options::Format::Json;
+    if (tsv) {
         out << kTsvHeading;
     }
     int worst = kExitReport;
@@ -234,16 +295,18 @@ int runCommand(const std::vector<std::string>& arguments, std::ostream& out, std
     std::string line;
     for (std::size_t i = 0; i < options->files.size(); ++i) {
         const std::string& file = options->files[i];
-        if (i > 0 && !options->tsv) {
+        if (i > 0 && options->format == Options::Format::Text) {
             out << "\f\r\n";
         }
         const FileResult result =
             analyzer.analyze(file, out, err, several ? file + ": " : std::string());
-        if (options->tsv) {
-            line.clear();
+        line.clear();
+        if (tsv) {
             appendTsvLine(line, file, result);
-            out << line;
+        } else if (json || options->extended) {
+            appendModelOutput(line, file, result, json, options->level);
         }
+        out << line;
         worst = std::max(worst, result.status);
     }
     return worst;

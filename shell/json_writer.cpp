@@ -5,49 +5,49 @@
 
 namespace titron::shell {
 
+// A comma goes between the members of an object or array: before any value or key that
+// follows a value at the same depth, never after an opening bracket or a key.
 void JsonWriter::beforeValue() {
-    if (m_afterKey) {
-        m_afterKey = false;
-        return;
+    if (m_needsComma) {
+        m_out += ',';
     }
-    if (!m_hasItems.empty()) {
-        if (m_hasItems.back()) {
-            m_out += ',';
-        }
-        m_hasItems.back() = true;
-    }
+    m_needsComma = m_depth > 0;
 }
 
 JsonWriter& JsonWriter::beginObject() {
     beforeValue();
     m_out += '{';
-    m_hasItems.push_back(false);
+    ++m_depth;
+    m_needsComma = false;
     return *this;
 }
 
 JsonWriter& JsonWriter::endObject() {
     m_out += '}';
-    m_hasItems.pop_back();
+    --m_depth;
+    m_needsComma = m_depth > 0;
     return *this;
 }
 
 JsonWriter& JsonWriter::beginArray() {
     beforeValue();
     m_out += '[';
-    m_hasItems.push_back(false);
+    ++m_depth;
+    m_needsComma = false;
     return *this;
 }
 
 JsonWriter& JsonWriter::endArray() {
     m_out += ']';
-    m_hasItems.pop_back();
+    --m_depth;
+    m_needsComma = m_depth > 0;
     return *this;
 }
 
 JsonWriter& JsonWriter::key(std::string_view name) {
     string(name);
     m_out += ':';
-    m_afterKey = true;
+    m_needsComma = false;
     return *this;
 }
 
@@ -55,8 +55,16 @@ JsonWriter& JsonWriter::string(std::string_view text) {
     beforeValue();
     static constexpr char kHex[] = "0123456789abcdef";
     m_out += '"';
-    for (const char c : text) {
+    // Runs of characters that need no escape go in whole: most texts are nothing else.
+    std::size_t plainFrom = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
         const auto byte = static_cast<unsigned char>(c);
+        if (c != '"' && c != '\\' && byte >= 0x20) {
+            continue;
+        }
+        m_out.append(text.data() + plainFrom, i - plainFrom);
+        plainFrom = i + 1;
         if (c == '"' || c == '\\') {
             m_out += '\\';
             m_out += c;
@@ -66,14 +74,13 @@ JsonWriter& JsonWriter::string(std::string_view text) {
             m_out += "\\r";
         } else if (c == '\t') {
             m_out += "\\t";
-        } else if (byte < 0x20) {
+        } else {
             m_out += "\\u00";
             m_out += kHex[byte >> 4];
             m_out += kHex[byte & 0xF];
-        } else {
-            m_out += c;
         }
     }
+    m_out.append(text.data() + plainFrom, text.size() - plainFrom);
     m_out += '"';
     return *this;
 }

@@ -6,7 +6,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace titron::shell {
 
@@ -33,8 +32,8 @@ class JsonWriter {
     void beforeValue();
 
     std::string& m_out;
-    std::vector<bool> m_hasItems; // per open object or array: whether it has a member yet
-    bool m_afterKey = false;
+    int m_depth = 0;           // the objects and arrays open
+    bool m_needsComma = false; // a value at this depth came last
 };
 
 } // namespace titron::shell

@@ -6,8 +6,6 @@ namespace titron::shell {
 
 namespace {
 
-constexpr int kFiguresWithoutTests = 13; // the fields behind passes
-
 // A field: Tabs and line ends inside it would break the columns.
 void appendField(std::string& line, const std::string& text) {
     for (const char c : text) {
@@ -32,6 +30,29 @@ void appendFullPrecision(std::string& text, double value) {
     text.append(buffer, end);
 }
 
+std::array<ReportField, kReportFieldCount> reportFields(const analysis::Figures& f) {
+    return {{{"log_proportion", f.logProportion},
+             {"se_log_proportion", f.se},
+             {"proportion", f.proportion},
+             {"proportion_minus_1se", f.proportionMinus},
+             {"proportion_plus_1se", f.proportionPlus},
+             {"lower_proportion_95", f.lowerLimit},
+             {"upper_proportion_95", f.upperLimit},
+             {"frequency", 1.0 / f.proportion},
+             {"pearson_chi_square", f.pearsonChi},
+             {"deviance_chi_square", f.deviance},
+             {"df", f.hasTests ? std::optional<double>(f.df) : std::nullopt},
+             {"pearson_p", f.pearsonP},
+             {"deviance_p", f.devianceP}}};
+}
+
+std::optional<std::int32_t> passesOf(const FileResult& result) {
+    if (result.outcome == "report" || result.outcome == "no convergence") {
+        return result.passes;
+    }
+    return std::nullopt;
+}
+
 void appendTsvLine(std::string& line, const std::string& file, const FileResult& r) {
     appendField(line, file);
     line += '\t';
@@ -39,32 +60,19 @@ void appendTsvLine(std::string& line, const std::string& file, const FileResult&
     line += '\t';
     appendField(line, r.outcome);
     line += '\t';
-    if (r.outcome == "report" || r.outcome == "no convergence") {
-        line += std::to_string(r.passes);
+    if (const std::optional<std::int32_t> passes = passesOf(r)) {
+        line += std::to_string(*passes);
     }
     if (!r.figures) {
-        line.append(kFiguresWithoutTests, '\t');
+        line.append(kReportFieldCount, '\t');
         line += '\n';
         return;
     }
-    const analysis::Figures& f = *r.figures;
-    for (const double value :
-         {f.logProportion, f.se, f.proportion, f.proportionMinus, f.proportionPlus, f.lowerLimit,
-          f.upperLimit, 1.0 / f.proportion, f.pearsonChi, f.deviance}) {
+    for (const ReportField& field : reportFields(*r.figures)) {
         line += '\t';
-        appendFullPrecision(line, value);
-    }
-    line += '\t';
-    if (f.hasTests) {
-        line += std::to_string(f.df);
-    }
-    line += '\t';
-    if (f.pearsonP) {
-        appendFullPrecision(line, *f.pearsonP);
-    }
-    line += '\t';
-    if (f.devianceP) {
-        appendFullPrecision(line, *f.devianceP);
+        if (field.value) {
+            appendFullPrecision(line, *field.value); // a whole df prints as its digits
+        }
     }
     line += '\n';
 }
