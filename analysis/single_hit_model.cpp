@@ -16,6 +16,8 @@ using single_hit::RowTerms;
 using single_hit::rowTerms;
 
 constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
+// A Newton step below this (relative) is the last: the error it leaves is about its square.
+constexpr double kLastStep = 1e-9;
 
 bool noneResponded(const AssayTable& table) {
     for (const AssayRow& row : table) {
@@ -155,7 +157,7 @@ double likelihoodRatioEnd(const AssayTable& table, const SingleHitFit& fit, doub
         const double g = 2.0 * (fit.logLikelihood - s.logLik) - critical;
         (g >= 0.0 ? outside : inside) = b;
         double next = b + g / (2.0 * s.score);
-        if (std::fabs(next - b) <= kEpsilon * std::fabs(b)) {
+        if (std::fabs(next - b) <= kLastStep * std::fabs(b)) {
             return next;
         }
         const bool within = std::fmin(inside, outside) < next && next < std::fmax(inside, outside);
@@ -208,7 +210,9 @@ std::optional<SingleHitFit> fitSingleHit(const AssayTable& table) {
         }
         const double size = std::fabs(step);
         const double scale = std::fmax(1.0, std::fabs(b));
-        if (size <= kEpsilon * scale) {
+        // Newton's method doubles the correct digits each pass: after a step this small
+        // the error left is far below rounding, so it is the last.
+        if (size <= kLastStep * scale) {
             b += step;
             break;
         }

@@ -12,6 +12,8 @@ namespace titron::analysis {
 namespace {
 
 constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
+// A Newton step below this (relative) is the last: the error it leaves is about its square.
+constexpr double kLastStep = 1e-9;
 // A standard error of the slope this many times its size (or 1) marks a runaway fit.
 constexpr double kRunawayRatio = 1e4;
 
@@ -106,7 +108,8 @@ SlopeOutcome fitFreeSlope(const AssayTable& table, const SingleHitFit& start) {
         }
         const double size = std::fmax(std::fabs(stepA) / std::fmax(1.0, std::fabs(a)),
                                       std::fabs(stepBeta) / std::fmax(1.0, std::fabs(beta)));
-        if (size <= kEpsilon) {
+        // As for the single-hit fit: after a step this small the error is below rounding.
+        if (size <= kLastStep) {
             a += stepA;
             beta += stepBeta;
             converged = true;

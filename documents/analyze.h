@@ -32,7 +32,8 @@ struct AnalysisRun {
     bool noNameNote = false;                  // the report came with "There is no Analysis Name."
     std::optional<analysis::Figures> figures; // for Ending::Report
     // The rows read from the grid, once every row passed its checks: with a report, with no
-    // convergence, and with the boxes of the totals ("no responses", "every test responded").
+    // convergence, with the boxes of the totals ("no responses", "every test responded"),
+    // and with a failure of the arithmetic after the checks ("Titron ERROR #6").
     std::optional<analysis::AssayTable> table;
 };
 

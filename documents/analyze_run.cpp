@@ -87,6 +87,10 @@ std::int32_t Analyze::askMorePasses(std::int32_t passesSoFar) {
 
 AnalysisRun Analyze::runAnalysis() {
     m_platform.pointer.setBusy(true);
+    // Outside the try, so that a failure of the arithmetic still hands on rows that passed
+    // their checks.
+    analysis::AssayTable table;
+    bool rowsChecked = false;
     try {
         // Make an edit in progress reach the grid by moving the focus away and back.
         if (m_focus == Control::Grid) {
@@ -104,7 +108,6 @@ AnalysisRun Analyze::runAnalysis() {
             return endWithBox(exclamation("NO DATA TO ANALYZE", "No data to analyze."));
         }
 
-        analysis::AssayTable table;
         ReadPosition at;
         try {
             table = readTable(m_grid, at);
@@ -139,6 +142,7 @@ AnalysisRun Analyze::runAnalysis() {
             return run;
         }
 
+        rowsChecked = true;
         m_results.setText("Analyzing...");
         const analysis::Estimate estimate = analysis::estimateLogProportion(
             table, [this](std::int32_t passes) { return askMorePasses(passes); });
@@ -177,6 +181,9 @@ AnalysisRun Analyze::runAnalysis() {
         m_platform.pointer.setBusy(false);
         m_results.setText(kEmptyResults);
         AnalysisRun run = endWithBox(generalFailureBox(failure));
+        if (rowsChecked) {
+            run.table = std::move(table);
+        }
         formatResults();
         return run;
     }

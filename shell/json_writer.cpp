@@ -5,6 +5,36 @@
 
 namespace titron::shell {
 
+namespace {
+
+// The length of the well-formed UTF-8 sequence that starts at text[i] (a byte of 0x80 or
+// more), or 0 when there is none: no overlong forms, no surrogates, nothing past U+10FFFF.
+std::size_t utf8SequenceLength(std::string_view text, std::size_t i) {
+    const auto at = [&](std::size_t k) {
+        return k < text.size() ? static_cast<unsigned char>(text[k]) : 0u;
+    };
+    const unsigned lead = at(i);
+    const auto continues = [&](std::size_t k, unsigned low = 0x80, unsigned high = 0xBF) {
+        return at(k) >= low && at(k) <= high;
+    };
+    if (lead >= 0xC2 && lead <= 0xDF) {
+        return continues(i + 1) ? 2 : 0;
+    }
+    if (lead >= 0xE0 && lead <= 0xEF) {
+        const unsigned low = lead == 0xE0 ? 0xA0 : 0x80;
+        const unsigned high = lead == 0xED ? 0x9F : 0xBF;
+        return continues(i + 1, low, high) && continues(i + 2) ? 3 : 0;
+    }
+    if (lead >= 0xF0 && lead <= 0xF4) {
+        const unsigned low = lead == 0xF0 ? 0x90 : 0x80;
+        const unsigned high = lead == 0xF4 ? 0x8F : 0xBF;
+        return continues(i + 1, low, high) && continues(i + 2) && continues(i + 3) ? 4 : 0;
+    }
+    return 0;
+}
+
+} // namespace
+
 // A comma goes between the members of an object or array: before any value or key that
 // follows a value at the same depth, never after an opening bracket or a key.
 void JsonWriter::beforeValue() {
@@ -45,8 +75,11 @@ JsonWriter& JsonWriter::endArray() {
 }
 
 JsonWriter& JsonWriter::key(std::string_view name) {
-    string(name);
-    m_out += ':';
+    // A key is one of the program's own names: nothing in it needs an escape.
+    beforeValue();
+    m_out += '"';
+    m_out += name;
+    m_out += "\":";
     m_needsComma = false;
     return *this;
 }
@@ -60,6 +93,20 @@ JsonWriter& JsonWriter::string(std::string_view text) {
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char c = text[i];
         const auto byte = static_cast<unsigned char>(c);
+        if (byte >= 0x80) {
+            const std::size_t length = utf8SequenceLength(text, i);
+            if (length > 0) {
+                i += length - 1;
+                continue;
+            }
+            // A byte that is no part of UTF-8 (a name from an older Latin-1 file) is read
+            // as Latin-1, so that the line stays JSON.
+            m_out.append(text.data() + plainFrom, i - plainFrom);
+            plainFrom = i + 1;
+            m_out += static_cast<char>(0xC0 | (byte >> 6));
+            m_out += static_cast<char>(0x80 | (byte & 0x3F));
+            continue;
+        }
         if (c != '"' && c != '\\' && byte >= 0x20) {
             continue;
         }

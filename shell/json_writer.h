@@ -18,7 +18,8 @@ class JsonWriter {
     JsonWriter& endObject();
     JsonWriter& beginArray();
     JsonWriter& endArray();
-    // The key of the next value in an object.
+    // The key of the next value in an object: one of the program's own names, plain ASCII
+    // without quotes, backslashes or control characters, so it is written as it stands.
     JsonWriter& key(std::string_view name);
 
     JsonWriter& string(std::string_view text);

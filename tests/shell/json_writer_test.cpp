@@ -43,6 +43,15 @@ TEST(JsonWriterTest, NestsWithCommasEscapesTextAndWritesNullForMissingFigures) {
                    R"("missing":null,"infinite":null,"rows":[{"n":-3},{}],"ok":true})");
 }
 
+// Well-formed UTF-8 stays as it is; any other byte is read as Latin-1, so that a name
+// from an older file can't make a line that is no JSON.
+TEST(JsonWriterTest, TextIsAlwaysUtf8) {
+    std::string out;
+    JsonWriter(out).string("caf\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x90\x81 | caf\xE9 \xC3 \xED\xA0\x80");
+    EXPECT_EQ(out, "\"caf\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x90\x81 | caf\xC3\xA9 \xC3\x83 "
+                   "\xC3\xAD\xC2\xA0\xC2\x80\"");
+}
+
 // Every finite double comes back from its text exactly.
 TEST(JsonWriterTest, NumbersReadBackToTheSameDouble) {
     std::mt19937_64 random(3);

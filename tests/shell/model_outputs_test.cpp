@@ -112,16 +112,20 @@ TEST_F(ModelOutputsTest, JsonOfTheSamplesIsTheTsvsFiguresAndTheModelAgreesWithTh
 // The report's boxes and messages stand; the model gives the bound, or is null.
 TEST_F(ModelOutputsTest, TablesWithoutAnEstimateGiveTheBoundAndFailedFilesNoModel) {
     const std::string none = writeFile("none.txt", "100\t0\t24\r\n1000\t0\t24\r\n");
-    std::vector<std::string> arguments = {"analyze", none, writeFile("all.txt", "100\t24\t24\r\n"),
+    std::vector<std::string> arguments = {"analyze",
+                                          none,
+                                          writeFile("all.txt", "100\t24\t24\r\n"),
                                           writeFile("bad.txt", "100\t5\t3\r\n"),
-                                          path("missing.tna")};
+                                          path("missing.tna"),
+                                          writeFile("six.txt", "1234567\t3\t24\r\n"
+                                                               "30000000000\t20\t24\r\n")};
     ASSERT_EQ(run(arguments), kExitBox);
     const std::string reportErr = err.str();
     arguments.insert(arguments.begin() + 1, {"--format", "json", "--level", "0.99"});
     EXPECT_EQ(run(arguments), kExitBox);
     EXPECT_EQ(err.str(), reportErr);
     const std::vector<JsonPaths> json = jsonLines();
-    ASSERT_EQ(json.size(), 4u);
+    ASSERT_EQ(json.size(), 5u);
     EXPECT_EQ(json[0].at("model.bound.side"), "upper");
     // -ln(0.01) / (100 * 24 + 1000 * 24)
     EXPECT_NEAR(number(json[0], "model.bound.proportion"), 4.6051701859880914 / 26400, 1e-18);
@@ -133,6 +137,9 @@ TEST_F(ModelOutputsTest, TablesWithoutAnEstimateGiveTheBoundAndFailedFilesNoMode
     EXPECT_EQ(json[2].at("model"), "null");
     EXPECT_EQ(json[3].at("outcome"), "Titron ERROR #File not found");
     EXPECT_EQ(json[3].at("model"), "null");
+    // The report's arithmetic failed after the rows passed their checks: the model stands.
+    EXPECT_EQ(json[4].at("outcome"), "Titron ERROR #6");
+    EXPECT_NE(json[4].at("model.proportion.estimate"), "null");
 
     // The section stands where the report would, after the box.
     EXPECT_EQ(run({"analyze", "--extended", none}), kExitBox);
