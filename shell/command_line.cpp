@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <new>
 #include <optional>
+#include <string_view>
 #include <system_error>
 
 #include "shell/compare_command.h"
@@ -247,32 +248,8 @@ void appendModelOutput(std::string& line, const std::string& file, const FileRes
     }
 }
 
-int runCommand(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
-    const bool wantsHelp =
-        std::find(arguments.begin(), arguments.end(), "--help") != arguments.end() ||
-        std::find(arguments.begin(), arguments.end(), "-h") != arguments.end();
-    if (wantsHelp) {
-        out << kUsage;
-        return kExitReport;
-    }
-    if (!arguments.empty() && arguments[0] == "compare") {
-        return runCompareCommand(arguments, out, err);
-    }
-    if (!arguments.empty() && arguments[0] == "design") {
-        return runDesignCommand(arguments, out, err);
-    }
-    if (!arguments.empty() && arguments[0] == "groups") {
-        return runGroupsCommand(arguments, out, err);
-    }
-    if (!arguments.empty() && arguments[0] == "plot") {
-        return runPlotCommand(arguments, out, err);
-    }
-    if (arguments.empty() || arguments[0] != "analyze") {
-        err << (arguments.empty() ? "titron-cli: no command given\n"
-                                  : "titron-cli: unknown command '" + arguments[0] + "'\n")
-            << kUsage;
-        return kExitUsage;
-    }
+int runAnalyzeCommand(const std::vector<std::string>& arguments, std::ostream& out,
+                      std::ostream& err) {
     std::optional<Options> options = parseOptions(arguments, err);
     if (!options) {
         err << "Try 'titron-cli --help'.\n";
@@ -310,6 +287,40 @@ int runCommand(const std::vector<std::string>& arguments, std::ostream& out, std
         worst = std::max(worst, result.status);
     }
     return worst;
+}
+
+using Command = int (*)(const std::vector<std::string>& arguments, std::ostream& out,
+                        std::ostream& err);
+
+struct NamedCommand {
+    std::string_view name;
+    Command run;
+};
+
+constexpr NamedCommand kCommands[] = {
+    {"analyze", runAnalyzeCommand}, {"compare", runCompareCommand}, {"design", runDesignCommand},
+    {"groups", runGroupsCommand},   {"plot", runPlotCommand},
+};
+
+int runCommand(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
+    const bool wantsHelp =
+        std::find(arguments.begin(), arguments.end(), "--help") != arguments.end() ||
+        std::find(arguments.begin(), arguments.end(), "-h") != arguments.end();
+    if (wantsHelp) {
+        out << kUsage;
+        return kExitReport;
+    }
+    if (arguments.empty()) {
+        err << "titron-cli: no command given\n" << kUsage;
+        return kExitUsage;
+    }
+    for (const NamedCommand& command : kCommands) {
+        if (arguments[0] == command.name) {
+            return command.run(arguments, out, err);
+        }
+    }
+    err << "titron-cli: unknown command '" << arguments[0] << "'\n" << kUsage;
+    return kExitUsage;
 }
 
 } // namespace
