@@ -166,10 +166,8 @@ std::optional<Options> parseOptions(const std::vector<std::string>& arguments, s
             options.extended = true;
         } else if (argument == "--level" && hasValue) {
             const std::string& value = arguments[++i];
-            options.level = levelOption(value);
+            options.level = levelOption(value, err);
             if (!options.level) {
-                err << "titron-cli: --level needs a number between 0 and 1, such as 0.99, not '"
-                    << value << "'\n";
                 return std::nullopt;
             }
         } else if (!takeFileArgument(arguments, i, options.files, err)) {
@@ -206,11 +204,13 @@ std::optional<int> wholeNumberOption(const std::string& value, int least) {
     return number;
 }
 
-std::optional<double> levelOption(const std::string& value) {
+std::optional<double> levelOption(const std::string& value, std::ostream& err) {
     double level = 0.0;
     const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), level);
     if (error != std::errc() || end != value.data() + value.size() || !(level > 0.0) ||
         !(level < 1.0)) {
+        err << "titron-cli: --level needs a number between 0 and 1, such as 0.99, not '" << value
+            << "'\n";
         return std::nullopt;
     }
     return level;

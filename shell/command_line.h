@@ -25,9 +25,9 @@ bool takeFileArgument(const std::vector<std::string>& arguments, std::size_t& i,
 // The value of a whole-number option, or nothing when it isn't one or is below least.
 std::optional<int> wholeNumberOption(const std::string& value, int least);
 
-// The value of --level: a number strictly between 0 and 1, written in full ("0.95"), or
-// nothing.
-std::optional<double> levelOption(const std::string& value);
+// The value of --level: a number strictly between 0 and 1, written in full ("0.95"); or
+// nothing, with the message on err.
+std::optional<double> levelOption(const std::string& value, std::ostream& err);
 
 // Runs the command line (arguments without the program name); returns the exit status.
 int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err);

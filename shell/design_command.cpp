@@ -105,9 +105,8 @@ bool parseOne(const std::string& option, const std::string& value, DesignOptions
     } else if (option == "--tested") {
         return parseTested(value, options.tested, err);
     } else if (option == "--level") {
-        const std::optional<double> level = levelOption(value);
+        const std::optional<double> level = levelOption(value, err);
         if (!level) {
-            err << "titron-cli: --level needs a number between 0 and 1, not '" << value << "'\n";
             return false;
         }
         options.level = *level;

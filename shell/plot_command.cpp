@@ -31,10 +31,8 @@ std::optional<PlotOptions> parsePlotOptions(const std::vector<std::string>& argu
         const bool hasValue = i + 1 < arguments.size();
         if (argument == "--level" && hasValue) {
             const std::string& value = arguments[++i];
-            const std::optional<double> level = levelOption(value);
+            const std::optional<double> level = levelOption(value, err);
             if (!level) {
-                err << "titron-cli: --level needs a number between 0 and 1, not '" << value
-                    << "'\n";
                 return std::nullopt;
             }
             options.level = *level;
