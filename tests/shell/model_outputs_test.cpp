@@ -7,8 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include "shell/command_line.h"
-#include "tests/documents/analyze_fixture.h"
+#include "tests/shell/command_fixture.h"
 #include "tests/shell/json_reader.h"
 
 namespace titron::shell {
@@ -16,14 +15,8 @@ namespace {
 
 using testing::JsonPaths;
 
-class ModelOutputsTest : public documents::testing::AnalyzeFixture {
+class ModelOutputsTest : public testing::CommandFixture {
   protected:
-    int run(std::vector<std::string> arguments) {
-        out.str("");
-        err.str("");
-        return runCommandLine(arguments, out, err);
-    }
-
     // Each line of the output, split at Tabs (the tsv) or read as JSON.
     std::vector<std::vector<std::string>> tsvLines() const {
         std::vector<std::vector<std::string>> lines;
@@ -47,9 +40,6 @@ class ModelOutputsTest : public documents::testing::AnalyzeFixture {
         }
         return lines;
     }
-
-    std::ostringstream out;
-    std::ostringstream err;
 };
 
 double number(const JsonPaths& json, const std::string& path) {
