@@ -7,7 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include "analysis/figures.h"
 #include "analysis/slope_fit.h"
 
 namespace titron::analysis {
@@ -41,7 +40,7 @@ void expectDoses(const SingleHitStatistics& s, std::initializer_list<Expected> r
     }
 }
 
-TEST(SingleHitModelTest, FourDosesAgreeWithTheReferenceAndWithTheReport) {
+TEST(SingleHitModelTest, FourDosesAgreeWithTheReference) {
     const SingleHitStatistics s = examineSingleHit(kFourDoses);
     ASSERT_TRUE(s.fit && s.wald && s.likelihoodRatio && s.pearson && s.deviance);
     EXPECT_FALSE(s.bound);
@@ -53,7 +52,6 @@ TEST(SingleHitModelTest, FourDosesAgreeWithTheReferenceAndWithTheReport) {
     EXPECT_TRUE(near(s.likelihoodRatio->upper, 0.00012045527348415324, kFull));
     EXPECT_TRUE(near(s.pearson->chiSquare, 0.09006953575830104, 1e-11));
     EXPECT_TRUE(near(s.deviance->chiSquare, 0.08771129683089231, 1e-11));
-    EXPECT_TRUE(near(s.fit->deviance, 0.08771129683089231, 1e-11));
     EXPECT_EQ(s.pearson->df, 3);
     EXPECT_NEAR(*s.pearson->p, 0.9930, 5e-5); // as the report prints them
     EXPECT_NEAR(*s.deviance->p, 0.9933, 5e-5);
@@ -62,22 +60,7 @@ TEST(SingleHitModelTest, FourDosesAgreeWithTheReferenceAndWithTheReport) {
                     {13.938179181944598, 0.025574023346799323, 0.025581369944636202},
                     {22.23149108317602, -0.1808639306211267, -0.1774213617189641}});
 
-    // The report's own figures, to the digits it prints: b -9.35040, 1 in 11,503, the
-    // interval 0.0000620 to 0.0001219, 1 in 16,135 to 1 in 8,201.
-    const Estimate e = estimateLogProportion(kFourDoses, [](std::int32_t) { return 0; });
-    const Figures report = computeFigures(e, 4);
-    EXPECT_NEAR(s.fit->logProportion, report.logProportion, 5e-6);
-    EXPECT_EQ(std::round(1 / s.fit->proportion), std::round(1 / report.proportion));
-    EXPECT_EQ(std::round(s.wald->lower * 1e7), std::round(report.lowerLimit * 1e7));
-    EXPECT_EQ(std::round(s.wald->upper * 1e7), std::round(report.upperLimit * 1e7));
-    EXPECT_EQ(std::round(1 / s.wald->lower), 16135);
-    EXPECT_EQ(std::round(1 / s.wald->upper), 8201);
-}
-
-TEST(SingleHitModelTest, FourDosesSingleHitTestsAgreeWithTheReference) {
-    const SingleHitStatistics s = examineSingleHit(kFourDoses);
-    ASSERT_TRUE(s.slope && s.slopeWald && s.slopeLikelihoodRatio);
-    ASSERT_TRUE(s.scoreLogDose && s.scoreDose);
+    ASSERT_TRUE(s.slope && s.slopeWald && s.slopeLikelihoodRatio && s.scoreLogDose && s.scoreDose);
     EXPECT_EQ(s.noSlopeReason, "");
     EXPECT_TRUE(near(s.slope->slope, 0.9603746406079011, kFull));
     EXPECT_TRUE(near(s.slope->seSlope, 0.1670640709006153, 1e-12));
