@@ -59,11 +59,9 @@ TEST(AssayDesignTest, ChancesOfNoEstimateWhenTheyAreLargeOrNearlyOne) {
     // Doses far too small: most assays see no response at all.
     const DesignFigures tooSmall = assessDesign(1.0 / 1000, {{10, 5}, {20, 5}}, 0.95);
     expectRelative(tooSmall.probabilityNone, 0.8607079764250578);
-    expectRelative(tooSmall.probabilityAll, 2.969088419311067e-19);
     // Doses far too large: most assays respond in every test.
     const DesignFigures tooLarge = assessDesign(1.0 / 1000, {{5000, 3}, {10000, 3}}, 0.95);
     expectRelative(tooLarge.probabilityAll, 0.9797885937718068);
-    expectRelative(tooLarge.probabilityNone, 2.8625185805493937e-20);
     // A billion tests at f d = 40: 1 - p = 4.2e-18 is lost in p itself, but not in ln p,
     // so the chance that all respond stays below 1 by 1e9 (1 - p).
     const DesignFigures nearlyOne = assessDesign(1.0, {{40, 1e9}}, 0.95);
