@@ -79,9 +79,6 @@ TEST(AssayDesignTest, MostInformativeDoseIsNearOnePointSix) {
     const double best = mostInformativeFd();
     EXPECT_NEAR(best, 1.5936242600400403, 1e-14);
     EXPECT_NEAR(informationPerTest(best), 0.6476102378919147, 1e-14);
-    for (const double x : {0.5, 1.0, 1.55, 1.6, 1.65, 2.0, 3.0}) {
-        EXPECT_LT(informationPerTest(x), informationPerTest(best)) << x;
-    }
     EXPECT_EQ(informationPerTest(0.0), 0.0);
     EXPECT_EQ(informationPerTest(1e6), 0.0);
 }
