@@ -171,7 +171,7 @@ TEST_F(QtCompareWindowTest, MovesRecompareTypingChangesNothingAndDeleteTakesWhol
     EXPECT_EQ(colour(column::File, 1), kRed);
 }
 
-TEST_F(QtCompareWindowTest, AtTheFirstFrameSizeFiguresStandOnOneLineWholeInTheirTips) {
+TEST_F(QtCompareWindowTest, AtTheFirstFrameSizeFiguresStayWholeAndColumnsWiden) {
     windows.placeFrame(platform::WindowState::Normal, 300, 300, 7200, 9600); // 640 x 480
     clickCompare();
     ASSERT_EQ(model().rowCount(), 2);
@@ -197,12 +197,8 @@ TEST_F(QtCompareWindowTest, AtTheFirstFrameSizeFiguresStandOnOneLineWholeInTheir
     EXPECT_TRUE(shown[0].text.startsWith(path.left(4)) &&
                 shown[0].text.endsWith(QChar(0x2026) + name))
         << shown[0].text.toStdString();
-}
 
-TEST_F(QtCompareWindowTest, HeadingBordersWidenColumnsByDragAndFitThemByDoubleClick) {
-    windows.placeFrame(platform::WindowState::Normal, 300, 300, 7200, 9600); // 640 x 480
-    clickCompare();
-    ASSERT_EQ(model().rowCount(), 2);
+    // The heading's borders widen a column by a drag and fit it by a double click.
     QHeaderView& heading = *view().horizontalHeader();
     const auto border = [&heading](int col) {
         return QPoint(heading.sectionViewportPosition(col) + heading.sectionSize(col) - 1,

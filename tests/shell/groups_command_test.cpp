@@ -1,14 +1,11 @@
 #include "shell/groups_command.h"
 
 #include <algorithm>
-#include <fstream>
 #include <regex>
-#include <sstream>
 
 #include <gtest/gtest.h>
 
-#include "shell/command_line.h"
-#include "tests/scratch_directory.h"
+#include "tests/shell/command_fixture.h"
 
 namespace titron::shell {
 namespace {
@@ -18,29 +15,17 @@ const std::string kSpleen = kExamples + "/spleen-a.tna";
 const std::string kLymph = kExamples + "/lymph-node-d.csv";
 const std::string kThymus = kExamples + "/thymus-c.txt";
 
-class GroupsCommandTest : public ::testing::Test {
+class GroupsCommandTest : public testing::CommandFixture {
   protected:
-    int run(std::vector<std::string> arguments) {
+    int groups(std::vector<std::string> arguments) {
         arguments.insert(arguments.begin(), "groups");
-        out.str("");
-        err.str("");
-        return runCommandLine(arguments, out, err);
+        return run(arguments);
     }
-
-    std::string writeFile(const std::string& name, const std::string& text) {
-        const std::string path = (scratch.path / name).string();
-        std::ofstream(path, std::ios::binary) << text;
-        return path;
-    }
-
-    titron::testing::ScratchDirectory scratch;
-    std::ostringstream out;
-    std::ostringstream err;
 };
 
 TEST_F(GroupsCommandTest, TextShowsEachGroupTheOverallTestAndThePairsMarkedAfterAdjustment) {
     const std::string none = writeFile("none.txt", "100\t0\t24\n300\t0\t24\n");
-    ASSERT_EQ(run({kSpleen, kLymph, none, kThymus}), kExitReport) << err.str();
+    ASSERT_EQ(groups({kSpleen, kLymph, none, kThymus}), kExitReport) << err.str();
     const std::string text = out.str();
     // Spleen A as its report has it; the Wald interval at 0.95 is that of the report's
     // limits to within their 1.96.
@@ -71,8 +56,8 @@ TEST_F(GroupsCommandTest, TextShowsEachGroupTheOverallTestAndThePairsMarkedAfter
 
 TEST_F(GroupsCommandTest, JsonIsOneDocumentOfTheGivenShape) {
     const std::string none = writeFile("none.txt", "100\t0\t24\n");
-    ASSERT_EQ(run({"--format", "json", "--level", "0.9", "--adjust", "bh", kSpleen, kLymph, none,
-                   kThymus}),
+    ASSERT_EQ(groups({"--format", "json", "--level", "0.9", "--adjust", "bh", kSpleen, kLymph, none,
+                      kThymus}),
               kExitReport);
     // Numbers become #, files and names F and N; what stays is the document's shape.
     std::string shape =
@@ -99,7 +84,7 @@ TEST_F(GroupsCommandTest, JsonIsOneDocumentOfTheGivenShape) {
 TEST_F(GroupsCommandTest, FewerThanTwoGroupsWithAnEstimateIsStatusTwo) {
     const std::string none = writeFile("none.txt", "100\t0\t24\n");
     const std::string all = writeFile("all.txt", "100\t24\t24\n");
-    EXPECT_EQ(run({none, kSpleen, all}), kExitBox);
+    EXPECT_EQ(groups({none, kSpleen, all}), kExitBox);
     EXPECT_EQ(out.str(), "");
     EXPECT_EQ(err.str(), "titron-cli: no comparison: fewer than two groups have an estimate\n  " +
                              none + ": no test responded\n  " + all + ": every test responded\n");
@@ -112,13 +97,13 @@ TEST_F(GroupsCommandTest, BadInputIsStatus64OrTheFilesOwnAndWritesNothingOnStand
                                                {"--level", "95", kSpleen, kLymph},
                                                {"--level", "x", kSpleen, kLymph},
                                                {"--format", "tsv", kSpleen, kLymph}}) {
-        EXPECT_EQ(run(arguments), kExitUsage) << arguments[0];
+        EXPECT_EQ(groups(arguments), kExitUsage) << arguments[0];
         EXPECT_EQ(out.str(), "");
         EXPECT_NE(err.str().find("titron-cli: "), std::string::npos);
     }
     const std::string wrong = writeFile("wrong.txt", "100\t30\t24\n");
     // The worst status of the files, as analyze gives it: the box's 2 over the unread 1.
-    EXPECT_EQ(run({kSpleen, wrong, kExamples + "/missing.tna"}), kExitBox);
+    EXPECT_EQ(groups({kSpleen, wrong, kExamples + "/missing.tna"}), kExitBox);
     EXPECT_EQ(out.str(), "");
     EXPECT_EQ(err.str().rfind(wrong + ": INVALID RESPONSES/NUMBER TESTED: ", 0), 0u) << err.str();
     EXPECT_NE(err.str().find(kExamples + "/missing.tna: "), std::string::npos);

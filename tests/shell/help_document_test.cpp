@@ -14,7 +14,6 @@ TEST(HelpDocumentTest, HelpFileBesideTheProgramFirstThenTheInstalledManualThenTh
     const auto exists = [&present](const std::string& path) { return present.count(path) > 0; };
     const std::string installed = "/opt/titron/share/doc/titron/manual/index.html";
     const std::string sourceTree = "/opt/titron/docs/manual/index.html";
-    EXPECT_EQ(manualPlaces("/opt/titron/bin"), (std::vector<std::string>{installed, sourceTree}));
 
     EXPECT_EQ(helpDocument("/opt/titron/bin", "TITRO.HLP", exists), std::nullopt);
     present.insert(sourceTree);

@@ -14,31 +14,12 @@ namespace {
 TEST(JsonWriterTest, NestsWithCommasEscapesTextAndWritesNullForMissingFigures) {
     std::string out;
     JsonWriter json(out);
-    json.beginObject()
-        .key("file")
-        .string("a \"b\"\\c\r\n\t\x01.tna")
-        .key("figures")
-        .beginArray()
-        .number(0.1)
-        .number(1e-5)
-        .number(24.0)
-        .endArray()
-        .key("missing")
-        .number(std::optional<double>())
-        .key("infinite")
-        .number(std::numeric_limits<double>::infinity())
-        .key("rows")
-        .beginArray()
-        .beginObject()
-        .key("n")
-        .integer(-3)
-        .endObject()
-        .beginObject()
-        .endObject()
-        .endArray()
-        .key("ok")
-        .boolean(true)
-        .endObject();
+    json.beginObject().key("file").string("a \"b\"\\c\r\n\t\x01.tna").key("figures");
+    json.beginArray().number(0.1).number(1e-5).number(24.0).endArray();
+    json.key("missing").number(std::optional<double>()).key("infinite");
+    json.number(std::numeric_limits<double>::infinity()).key("rows").beginArray();
+    json.beginObject().key("n").integer(-3).endObject().beginObject().endObject().endArray();
+    json.key("ok").boolean(true).endObject();
     EXPECT_EQ(out, R"({"file":"a \"b\"\\c\r\n\t\u0001.tna","figures":[0.1,1e-05,24],)"
                    R"("missing":null,"infinite":null,"rows":[{"n":-3},{}],"ok":true})");
 }

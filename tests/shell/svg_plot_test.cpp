@@ -1,7 +1,6 @@
 #include "shell/svg_plot.h"
 
-#include <algorithm>
-#include <sstream>
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -22,17 +21,6 @@ PlotAnalysis spleen(const std::string& label, double lastResponses = 22) {
             {{1000, 2, 24}, {3000, 6, 24}, {10000, 14, 24}, {30000, lastResponses, 24}},
             1.0 / 11503.4,
             {6.2e-5, 1.219e-4}};
-}
-
-std::vector<double> pointsOf(const std::string& element) {
-    std::string text = attribute(element, "points");
-    std::replace(text.begin(), text.end(), ',', ' ');
-    std::istringstream in(text);
-    std::vector<double> values;
-    for (double value = 0; in >> value;) {
-        values.push_back(value);
-    }
-    return values;
 }
 
 TEST(SvgPlotTest, IsWellFormedXmlWhateverTheNames) {
@@ -86,8 +74,12 @@ TEST(SvgPlotTest, RowWhereEveryTestRespondedIsADownwardTriangleAtTheBottomEdge) 
     EXPECT_EQ(elements(svg, "row").size(), 3u);
     const std::vector<std::string> triangles = elements(svg, "all-responded");
     ASSERT_EQ(triangles.size(), 1u);
-    const std::vector<double> points = pointsOf(triangles[0]);
-    ASSERT_EQ(points.size(), 6u);
+    double points[6];
+    char more = 0; // three points and nothing after them
+    ASSERT_EQ(std::sscanf(attribute(triangles[0], "points").c_str(), "%lf,%lf %lf,%lf %lf,%lf %c",
+                          &points[0], &points[1], &points[2], &points[3], &points[4], &points[5],
+                          &more),
+              6);
     const double x = frame.left + (frame.right - frame.left) * 30000 / frame.doseEnd;
     // The tip, last, is at the dose on the bottom edge; the base lies above it.
     EXPECT_NEAR(points[4], x, 0.01);
