@@ -187,4 +187,25 @@ std::string writeRowsFile(const std::filesystem::path& directory, int rows, unsi
     return file.string();
 }
 
+void timeAgainstBaseline(benchmark::State& state, const std::vector<std::string>& measured,
+                         const std::vector<std::string>& baseline,
+                         const std::string& baselineName) {
+    double baselineMs = 0.0;
+    double measuredMs = 0.0;
+    for (auto _ : state) {
+        const ProcessTimes baselineRun = runProcessTimed(baseline);
+        const ProcessTimes measuredRun = runProcessTimed(measured);
+        if (!exitedWell(baselineRun.status) || !exitedWell(measuredRun.status)) {
+            state.SkipWithError("a process did not exit with status 0");
+            return;
+        }
+        baselineMs += baselineRun.cpuMs;
+        measuredMs += measuredRun.cpuMs;
+        state.SetIterationTime(measuredRun.cpuMs * 1e-3);
+    }
+    const auto iterations = static_cast<double>(state.iterations());
+    state.counters[baselineName + "_ms"] = baselineMs / iterations;
+    state.counters["ratio_to_" + baselineName] = measuredMs / baselineMs;
+}
+
 } // namespace titron::bench

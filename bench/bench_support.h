@@ -2,6 +2,8 @@
 #pragma once
 
 #include <filesystem>
+
+#include <benchmark/benchmark.h>
 #include <string>
 #include <vector>
 
@@ -47,6 +49,13 @@ struct ProcessTimes {
 // runProcess, with the processor time of the process as the system counted it.
 ProcessTimes runProcessTimed(const std::vector<std::string>& arguments,
                              const char* outPath = "/dev/null");
+
+// Times measured against baseline, each run once an iteration (the baseline first, so that
+// both meet the same state of the machine): the iteration time is measured's processor
+// time; the counters BASELINE_ms and ratio_to_BASELINE hold the baseline's mean and the
+// ratio of the sums. Skips with an error when either doesn't exit with status 0.
+void timeAgainstBaseline(benchmark::State& state, const std::vector<std::string>& measured,
+                         const std::vector<std::string>& baseline, const std::string& baselineName);
 
 // count four-row analysis files like the Spleen A example, spleen-1.tna and on in directory,
 // each with its own name and responses drawn from the single-hit model at a frequency

@@ -13,7 +13,6 @@
 namespace {
 
 using titron::bench::exitedWell;
-using titron::bench::ProcessTimes;
 using titron::bench::runProcessTimed;
 using titron::bench::ScratchDirectory;
 
@@ -41,22 +40,7 @@ void batchAgainstCat(benchmark::State& state) {
     const int count = static_cast<int>(state.range(0));
     const std::vector<std::string> cli = withFiles({kCli, "analyze", "--format", "tsv"}, count);
     const std::vector<std::string> cat = withFiles({kCat}, count);
-    double catMs = 0.0;
-    double cliMs = 0.0;
-    for (auto _ : state) {
-        const ProcessTimes catRun = runProcessTimed(cat);
-        const ProcessTimes cliRun = runProcessTimed(cli);
-        if (!exitedWell(catRun.status) || !exitedWell(cliRun.status)) {
-            state.SkipWithError("cat or titron-cli did not exit with status 0");
-            return;
-        }
-        catMs += catRun.cpuMs;
-        cliMs += cliRun.cpuMs;
-        state.SetIterationTime(cliRun.cpuMs * 1e-3);
-    }
-    const auto iterations = static_cast<double>(state.iterations());
-    state.counters["cat_ms"] = catMs / iterations;
-    state.counters["ratio_to_cat"] = cliMs / catMs;
+    titron::bench::timeAgainstBaseline(state, cli, cat, "cat");
     state.counters["files"] = count;
 }
 

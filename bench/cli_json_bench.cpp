@@ -13,9 +13,6 @@
 
 namespace {
 
-using titron::bench::exitedWell;
-using titron::bench::ProcessTimes;
-using titron::bench::runProcessTimed;
 using titron::bench::ScratchDirectory;
 
 constexpr const char* kCli = TITRON_CLI_PATH;
@@ -32,22 +29,7 @@ void jsonAgainstTsv(benchmark::State& state) {
     };
     const std::vector<std::string> tsv = command("tsv");
     const std::vector<std::string> json = command("json");
-    double tsvMs = 0.0;
-    double jsonMs = 0.0;
-    for (auto _ : state) {
-        const ProcessTimes tsvRun = runProcessTimed(tsv);
-        const ProcessTimes jsonRun = runProcessTimed(json);
-        if (!exitedWell(tsvRun.status) || !exitedWell(jsonRun.status)) {
-            state.SkipWithError("titron-cli did not exit with status 0");
-            return;
-        }
-        tsvMs += tsvRun.cpuMs;
-        jsonMs += jsonRun.cpuMs;
-        state.SetIterationTime(jsonRun.cpuMs * 1e-3);
-    }
-    const auto iterations = static_cast<double>(state.iterations());
-    state.counters["tsv_ms"] = tsvMs / iterations;
-    state.counters["ratio_to_tsv"] = jsonMs / tsvMs;
+    titron::bench::timeAgainstBaseline(state, json, tsv, "tsv");
     state.counters["files"] = kFiles;
 }
 

@@ -216,6 +216,11 @@ std::optional<double> levelOption(const std::string& value, std::ostream& err) {
     return level;
 }
 
+int usageError(std::ostream& err) {
+    err << "Try 'titron-cli --help'.\n";
+    return kExitUsage;
+}
+
 bool takeFileArgument(const std::vector<std::string>& arguments, std::size_t& i,
                       std::vector<std::string>& files, std::ostream& err) {
     const std::string& argument = arguments[i];
@@ -252,15 +257,10 @@ int runAnalyzeCommand(const std::vector<std::string>& arguments, std::ostream& o
                       std::ostream& err) {
     std::optional<Options> options = parseOptions(arguments, err);
     if (!options) {
-        err << "Try 'titron-cli --help'.\n";
-        return kExitUsage;
+        return usageError(err);
     }
 
-    std::error_code noDirectory;
-    const std::filesystem::path currentDirectory = std::filesystem::current_path(noDirectory);
-    if (!noDirectory) {
-        options->request.currentDirectory = currentDirectory;
-    }
+    options->request.currentDirectory = commandDirectory();
     const bool tsv = options->format == Options::Format::Tsv;
     const bool json = options->format == Options::Format::Json;
     if (tsv) {

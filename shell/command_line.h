@@ -29,6 +29,9 @@ std::optional<int> wholeNumberOption(const std::string& value, int least);
 // nothing, with the message on err.
 std::optional<double> levelOption(const std::string& value, std::ostream& err);
 
+// Ends a command that was called wrongly: points to the help on err; returns kExitUsage.
+int usageError(std::ostream& err);
+
 // Runs the command line (arguments without the program name); returns the exit status.
 int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err);
 

@@ -50,8 +50,7 @@ int runCompareCommand(const std::vector<std::string>& arguments, std::ostream& o
                       std::ostream& err) {
     const std::optional<CompareOptions> options = parseCompareOptions(arguments, err);
     if (!options) {
-        err << "Try 'titron-cli --help'.\n";
-        return kExitUsage;
+        return usageError(err);
     }
     platform::ScriptedPlatform platform;
     session::Session session;

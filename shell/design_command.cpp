@@ -190,8 +190,7 @@ int runDesignCommand(const std::vector<std::string>& arguments, std::ostream& ou
                      std::ostream& err) {
     const std::optional<DesignOptions> options = parseDesignOptions(arguments, err);
     if (!options) {
-        err << "Try 'titron-cli --help'.\n";
-        return kExitUsage;
+        return usageError(err);
     }
     DesignPlan plan;
     plan.frequency = *options->frequency;

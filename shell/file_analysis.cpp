@@ -34,6 +34,15 @@ std::string absolutePath(const std::string& file,
 
 } // namespace
 
+std::optional<std::filesystem::path> commandDirectory() {
+    std::error_code noDirectory;
+    std::filesystem::path current = std::filesystem::current_path(noDirectory);
+    if (noDirectory) {
+        return std::nullopt;
+    }
+    return current;
+}
+
 FileAnalyzer::FileAnalyzer(FileRequest request)
     : m_request(std::move(request)), m_analyze(m_platform.services(), m_session) {
     m_platform.keepHistory(false);

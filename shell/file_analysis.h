@@ -37,6 +37,9 @@ struct FileRequest {
     std::optional<std::filesystem::path> currentDirectory;
 };
 
+// The current directory, read once for a whole command; none when it can't be read.
+std::optional<std::filesystem::path> commandDirectory();
+
 // One window logic for all the files of a command: building it once keeps a batch's time
 // on reading, fitting and writing. Before each file the window starts afresh, with a new
 // session and an empty transcript, so that nothing of one file reaches the next.

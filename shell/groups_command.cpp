@@ -72,8 +72,7 @@ int runGroupsCommand(const std::vector<std::string>& arguments, std::ostream& ou
                      std::ostream& err) {
     const std::optional<GroupsOptions> options = parseGroupsOptions(arguments, err);
     if (!options) {
-        err << "Try 'titron-cli --help'.\n";
-        return kExitUsage;
+        return usageError(err);
     }
 
     FileRequest request;
@@ -81,11 +80,7 @@ int runGroupsCommand(const std::vector<std::string>& arguments, std::ostream& ou
     // Only the rows are used, fitted afresh; the window's estimator need not go on past its
     // first round of passes.
     request.passes = 0;
-    std::error_code noDirectory;
-    const std::filesystem::path currentDirectory = std::filesystem::current_path(noDirectory);
-    if (!noDirectory) {
-        request.currentDirectory = currentDirectory;
-    }
+    request.currentDirectory = commandDirectory();
     FileAnalyzer analyzer(request);
     GroupsOutcome outcome;
     outcome.level = options->level;

@@ -55,16 +55,11 @@ int runPlotCommand(const std::vector<std::string>& arguments, std::ostream& out,
                    std::ostream& err) {
     const std::optional<PlotOptions> options = parsePlotOptions(arguments, err);
     if (!options) {
-        err << "Try 'titron-cli --help'.\n";
-        return kExitUsage;
+        return usageError(err);
     }
     FileRequest request;
     request.report = false;
-    std::error_code noDirectory;
-    const std::filesystem::path currentDirectory = std::filesystem::current_path(noDirectory);
-    if (!noDirectory) {
-        request.currentDirectory = currentDirectory;
-    }
+    request.currentDirectory = commandDirectory();
 
     int worst = kExitReport;
     const bool several = options->files.size() > 1;
