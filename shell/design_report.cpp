@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "analysis/distributions.h"
+#include "shell/figure_text.h"
 #include "shell/json_writer.h"
 #include "vocabulary/number_mask.h"
 #include "vocabulary/number_text.h"
@@ -12,16 +13,10 @@ namespace titron::shell {
 
 namespace {
 
-std::string printed(const char* format, double value) {
-    char buffer[64];
-    std::snprintf(buffer, sizeof buffer, format, value);
-    return buffer;
-}
-
 // Counts and "1 in" figures of 100 and more in whole numbers with groups of three;
 // smaller ones to three significant figures.
 std::string grouped(double value) {
-    return value >= 100.0 ? vocabulary::formatMask(value, "###,###") : printed("%.3g", value);
+    return value >= 100.0 ? vocabulary::formatMask(value, "###,###") : printedNumber("%.3g", value);
 }
 
 // A dose as given, with groups of three when it is whole and large.
@@ -32,7 +27,7 @@ std::string doseText(double dose) {
 }
 
 std::string chance(double probability) {
-    return probability == 0.0 ? std::string("0") : printed("%.2g", probability);
+    return probability == 0.0 ? std::string("0") : printedNumber("%.2g", probability);
 }
 
 std::string percent(double level) {
@@ -42,10 +37,10 @@ std::string percent(double level) {
 void appendDoseReason(std::string& text, const DesignPlan& plan) {
     const double best = analysis::mostInformativeFd();
     text += "One test tells most about f = 1/" + grouped(plan.frequency) +
-            " where f d = " + printed("%.3f", best) +
+            " where f d = " + printedNumber("%.3f", best) +
             ": there its information,\n(f d)^2 exp(-f d) / p, peaks at " +
-            printed("%.3f", analysis::informationPerTest(best)) + "; here that is a dose of " +
-            grouped(best * plan.frequency) + ".\n";
+            printedNumber("%.3f", analysis::informationPerTest(best)) +
+            "; here that is a dose of " + grouped(best * plan.frequency) + ".\n";
     if (plan.proposedDoses) {
         text += "Proposed: four doses a factor of 2 apart, that dose rounded to " +
                 doseText(plan.doses[2].dose) +
@@ -67,9 +62,9 @@ void appendDoseTable(std::string& text, const DesignPlan& plan,
         const double x = proportion * plan.doses[i].dose;
         std::snprintf(line, sizeof line, "%14s%9s%9s%21s%23s\n",
                       doseText(plan.doses[i].dose).c_str(), grouped(plan.doses[i].tested).c_str(),
-                      printed("%.3g", x).c_str(),
-                      printed("%.1f", figures.expectedResponses[i]).c_str(),
-                      printed("%.3f", analysis::informationPerTest(x)).c_str());
+                      printedNumber("%.3g", x).c_str(),
+                      printedNumber("%.1f", figures.expectedResponses[i]).c_str(),
+                      printedNumber("%.3f", analysis::informationPerTest(x)).c_str());
         text += line;
     }
 }
@@ -81,11 +76,11 @@ void appendPrecision(std::string& text, const DesignPlan& plan,
         text += "none: these doses tell nothing of the frequency\n";
     } else {
         const double z = analysis::normalUpperQuantile((1.0 - plan.level) / 2.0);
-        text += printed("%.4f", figures.seLog) + "\nExpected " + percent(plan.level) +
+        text += printedNumber("%.4f", figures.seLog) + "\nExpected " + percent(plan.level) +
                 " interval:            1 in " +
                 grouped(plan.frequency * std::exp(z * figures.seLog)) + " to 1 in " +
                 grouped(plan.frequency * std::exp(-z * figures.seLog)) + " (upper / lower " +
-                printed("%.3g", figures.intervalRatio) + ")\n";
+                printedNumber("%.3g", figures.intervalRatio) + ")\n";
     }
     text += "Chance of no estimate:            " +
             chance(figures.probabilityNone + figures.probabilityAll) +
@@ -103,10 +98,11 @@ void appendSensitivity(std::string& text, const DesignPlan& plan) {
         const double frequency = plan.frequency * factor;
         const analysis::DesignFigures figures =
             analysis::assessDesign(1.0 / frequency, plan.doses, plan.level);
-        std::snprintf(
-            line, sizeof line, "%22s%16s%18s%24s\n", ("1 in " + grouped(frequency)).c_str(),
-            printed("%.4f", figures.seLog).c_str(), printed("%.3g", figures.intervalRatio).c_str(),
-            chance(figures.probabilityNone + figures.probabilityAll).c_str());
+        std::snprintf(line, sizeof line, "%22s%16s%18s%24s\n",
+                      ("1 in " + grouped(frequency)).c_str(),
+                      printedNumber("%.4f", figures.seLog).c_str(),
+                      printedNumber("%.3g", figures.intervalRatio).c_str(),
+                      chance(figures.probabilityNone + figures.probabilityAll).c_str());
         text += line;
     }
 }
@@ -122,8 +118,8 @@ void appendSimulation(std::string& text, const DesignPlan& plan) {
             grouped(static_cast<double>(estimated)) + " with an estimate";
     if (estimated > 0) {
         text += " (" +
-                printed("%.1f", 100.0 * static_cast<double>(outcome.covered) /
-                                    static_cast<double>(estimated)) +
+                printedNumber("%.1f", 100.0 * static_cast<double>(outcome.covered) /
+                                          static_cast<double>(estimated)) +
                 "%)";
     }
     text += "\n";
@@ -135,7 +131,7 @@ std::string designText(const DesignPlan& plan) {
     const analysis::DesignFigures figures =
         analysis::assessDesign(1.0 / plan.frequency, plan.doses, plan.level);
     std::string text = "Assay plan for an expected frequency of 1 in " + grouped(plan.frequency) +
-                       " (proportion " + printed("%.3g", 1.0 / plan.frequency) + ")\n\n";
+                       " (proportion " + printedNumber("%.3g", 1.0 / plan.frequency) + ")\n\n";
     appendDoseReason(text, plan);
     if (plan.targetRatio) {
         text += "Tests per dose: " + grouped(plan.doses.front().tested) +

@@ -4,7 +4,7 @@
 #include <cstdarg>
 #include <cstdio>
 
-#include "vocabulary/number_mask.h"
+#include "shell/figure_text.h"
 
 namespace titron::shell {
 
@@ -32,9 +32,7 @@ void appendFormatted(std::string& text, const char* format, ...) {
 
 // Four significant digits: proportions span many powers of ten.
 std::string proportionText(double value) {
-    char buffer[32];
-    std::snprintf(buffer, sizeof buffer, "%.4g", value);
-    return buffer;
+    return printedNumber("%.4g", value);
 }
 
 // "1 in" so many: whole and grouped by threes where that keeps four digits or more.
@@ -42,21 +40,14 @@ std::string frequencyText(double value) {
     if (!std::isfinite(value)) {
         return "1 in -";
     }
-    if (value >= 1000.0) {
-        return "1 in " + vocabulary::formatMask(value, "###,###");
-    }
-    char buffer[32];
-    std::snprintf(buffer, sizeof buffer, "1 in %.4g", value);
-    return buffer;
+    return "1 in " + groupedOrFourDigits(value);
 }
 
 std::string optionalText(const std::optional<double>& value, const char* format) {
     if (!value || !std::isfinite(*value)) {
         return "-";
     }
-    char buffer[32];
-    std::snprintf(buffer, sizeof buffer, format, *value);
-    return buffer;
+    return printedNumber(format, *value);
 }
 
 // "p = " the p-value to four decimals, or "p < 0.0001" below them.
@@ -68,9 +59,7 @@ std::string pText(const std::optional<double>& p) {
 }
 
 std::string percentText(double level) {
-    char buffer[32];
-    std::snprintf(buffer, sizeof buffer, "%.6g%%", level * 100.0);
-    return buffer;
+    return printedNumber("%.6g%%", level * 100.0);
 }
 
 void appendInterval(std::string& text, const char* label,

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdio>
 
+#include "shell/figure_text.h"
 #include "shell/json_writer.h"
 #include "vocabulary/number_mask.h"
 
@@ -15,19 +16,13 @@ using analysis::GroupComparison;
 using analysis::OneSidedBound;
 using analysis::PValueAdjustment;
 
-// Whole numbers grouped by threes from 1,000 on, as the report writes frequencies; smaller
-// ones with four significant digits, so that a ratio of 0.8 or 1 in 2.5 keeps its meaning.
+// A figure or "infinity" where an interval is too wide for a double.
 std::string readable(double value) {
     if (!std::isfinite(value)) {
         // An interval too wide for a double: exp of a huge margin, or 1 over an underflow.
         return value > 0 ? "infinity" : "?";
     }
-    if (value >= 1000.0) {
-        return vocabulary::formatMask(value, "###,###");
-    }
-    char text[32];
-    std::snprintf(text, sizeof text, "%.4g", value);
-    return text;
+    return groupedOrFourDigits(value);
 }
 
 // As the report writes p-values.
